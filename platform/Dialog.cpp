@@ -1,0 +1,59 @@
+#include "platform/Dialog.h"
+
+#include <algorithm>
+
+void DDX_Control(CDataExchange* pDX, int id, CWnd& control)
+{
+    if (control.GetSafeHwnd() || !pDX || !pDX->m_pDlgWnd)
+        return;
+    control.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, RECT{}, pDX->m_pDlgWnd, static_cast<UINT>(id));
+}
+
+BOOL CDialog::Create(UINT templateId, CWnd* parent)
+{
+    m_nIDTemplate = templateId;
+    m_pParentWnd = parent;
+    if (!CWnd::Create(L"DIALOG", L"", WS_CHILD | WS_VISIBLE, RECT{}, parent, templateId))
+        return FALSE;
+    SendMessage(WM_INITDIALOG);
+    OnInitDialog();
+    return m_hWnd != nullptr;
+}
+
+BOOL CDialog::UpdateData(BOOL saveAndValidate)
+{
+    CDataExchange dx(this, saveAndValidate);
+    DoDataExchange(&dx);
+    return TRUE;
+}
+
+BOOL CDialog::OnInitDialog()
+{
+    UpdateData(FALSE);
+    return TRUE;
+}
+
+namespace
+{
+std::vector<CWinApp*>& Apps()
+{
+    // Never destroyed: module objects may outlive this library's static destruction.
+    static auto* apps = new std::vector<CWinApp*>;
+    return *apps;
+}
+} // namespace
+
+CWinApp::CWinApp(LPCWSTR appName) : m_pszAppName(appName)
+{
+    Apps().push_back(this);
+}
+
+CWinApp::~CWinApp()
+{
+    std::erase(Apps(), this);
+}
+
+const std::vector<CWinApp*>& CWinApp::Instances()
+{
+    return Apps();
+}
