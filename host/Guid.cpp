@@ -35,9 +35,7 @@ std::string ToString(const GUID& g)
     return text;
 }
 
-namespace
-{
-int HexValue(char c)
+int HexDigitValue(char c)
 {
     if (c >= '0' && c <= '9')
         return c - '0';
@@ -47,7 +45,6 @@ int HexValue(char c)
         return c - 'A' + 10;
     return -1;
 }
-} // namespace
 
 std::optional<GUID> FromString(std::string_view text)
 {
@@ -62,8 +59,8 @@ std::optional<GUID> FromString(std::string_view text)
     {
         if (i == 8 || i == 13 || i == 18 || i == 23)
             continue;
-        const int hi = HexValue(text[i]);
-        const int lo = HexValue(text[++i]);
+        const int hi = HexDigitValue(text[i]);
+        const int lo = HexDigitValue(text[++i]);
         if (hi < 0 || lo < 0)
             return std::nullopt;
         bytes[n++] = static_cast<uint8_t>(hi << 4 | lo);

@@ -38,6 +38,8 @@ namespace GuidText
 std::string ToString(const GUID& g);
 // Accepts the braced and the bare form, any case; nullopt when malformed.
 std::optional<GUID> FromString(std::string_view text);
+// The value of a hexadecimal digit of either case, or -1.
+int HexDigitValue(char c);
 } // namespace GuidText
 
 template <>

@@ -1,0 +1,150 @@
+#pragma once
+// One node of the project tree: the host's description of the hierarchy that the
+// explorer shows. Nodes own their children; a tree's root is owned by whoever made it.
+
+#include "host/Guid.h"
+#include "host/StdStr.h"
+
+#include <bitset>
+#include <cstdint>
+#include <set>
+#include <vector>
+
+class PMTreeNode
+{
+public:
+    enum NodeType : int32_t
+    {
+        None = 0,
+        SourcePlugin = 1,
+        PhysicalFolder = 2,
+        WorkUnit = 3,
+        Folder = 4,
+        ActorMixer = 5,
+        SwitchContainer = 6,
+        RandomContainer = 7,
+        SequenceContainer = 8,
+        BlendContainer = 9,
+        SoundSFX = 10,
+        SoundVoice = 11,
+        Bus = 12,
+        AuxBus = 13,
+        AudioSource = 14,
+        EventAction = 15,
+        Event = 16,
+        SoundBank = 17,
+        Switch = 18,
+        SwitchGroup = 19,
+        State = 20,
+        StateGroup = 21,
+        GameParameter = 22,
+        EffectPlugin = 23,
+        MixerPlugin = 24,
+        AudioDevice = 25,
+        AuditionSession = 26,
+        MusicSwitchContainer = 27,
+        MusicPlaylistContainer = 28,
+        MusicSegment = 29,
+        MusicTrack = 30,
+        MusicPlaylistItem = 31,
+        MixingSession = 32,
+        Trigger = 33,
+        ControlSurfaceSession = 34,
+        MusicClip = 35,
+        Query = 36,
+        NodeTypeCount
+    };
+
+    // Index of a bit in Capabilities().
+    enum CapabilityTypes : int
+    {
+        CanDelete = 0,
+        CanInclude = 1,
+        CanMove = 2,
+        CanCreateChild = 3,
+        CanInsertParent = 4,
+        CanSetColor = 5,
+        CanRename = 6,
+        CanCreateEvent = 7,
+        CanPlay = 8,
+        CanClipboard = 9,
+        CanConvert = 10,
+        CanLocalize = 11,
+        CapabilityCount = 12
+    };
+    using CapabilitySet = std::bitset<CapabilityCount>;
+    using GuidSet = std::set<GUID, GUIDLess>;
+
+    PMTreeNode(const PMTreeNode&) = delete;
+    PMTreeNode& operator=(const PMTreeNode&) = delete;
+
+    virtual ~PMTreeNode();
+    // May this node be given a new parent of that type?
+    virtual bool AcceptsParentType(NodeType type) const;
+    // Includes or excludes the node's object on the current platform.
+    virtual void SetIncluded(bool include, bool reserved);
+    // Re-reads the subtree from the project; flags is the explorer's refresh mask
+    // (1 children added, 2 children removed, 4 visuals, 8 inclusion).
+    virtual void Refresh(bool force, unsigned long flags);
+    virtual void RefreshName();
+    // Re-reads inclusion state of this subtree; erases from pending every GUID it handled.
+    virtual void RefreshPF(GuidSet& pending);
+    // Expands the path from this node down to the node of id and marks that node selected.
+    virtual void ExpandAndSelectNode(GUID const& id);
+
+    // The host's own presentation queries, used by its tree control.
+    virtual CStdStr<wchar_t> GetDisplayName() const; // the text of the row, decorations included
+    virtual int GetIconType() const;                 // an ObjectIcons::IconType
+    virtual bool IsExcludedOnCurrentPlatform() const;
+    virtual uint32_t GetColor() const; // 0x00RRGGBB, or 0xFFFFFFFF for the default colour
+    // Whether the node has children, answered without reading them when possible.
+    virtual bool HasChildren() const;
+    // The children, read from the project on first use.
+    const std::vector<PMTreeNode*>& Children();
+
+    GUID const& ID() const { return m_id; }
+    PMTreeNode* Parent() const { return m_parent; }
+    NodeType Type() const { return m_type; }
+    CapabilitySet& Capabilities() { return m_capabilities; }
+    const CapabilitySet& Capabilities() const { return m_capabilities; }
+    // The sets come from the host's structure table, shared by all nodes of a kind: read them only.
+    std::set<NodeType>& PossibleChildType() { return const_cast<std::set<NodeType>&>(*m_childTypes); }
+    const std::set<NodeType>& PossibleChildType() const { return *m_childTypes; }
+    std::set<NodeType>& PossibleParentType() { return const_cast<std::set<NodeType>&>(*m_parentTypes); }
+
+    void IsExpanded(bool expanded) { m_expanded = expanded; }
+    bool IsExpanded() const { return m_expanded; }
+    void IsSelected(bool selected) { m_selected = selected; }
+    bool IsSelected() const { return m_selected; }
+    void SetExpandedForAllChildren(bool expanded);
+    void GetExpandedAndSelectedChildren(GuidSet& expanded, GuidSet& selected);
+    void ExpandAndSelectChildrenNode(GuidSet const& expanded, GuidSet const& selected);
+    // Whether every node of the list is a child of this node.
+    bool IsAllChildren(std::vector<PMTreeNode*> const& nodes) const;
+    // Creates a child object of that type under this node's object; its GUID goes to outGuid.
+    bool CreateChild(NodeType type, CStdStr<wchar_t> const& name, GUID* outGuid);
+
+    static CStdStr<wchar_t> GetNodeTypeName(NodeType type);
+
+    bool m_bCutMarked = false;
+
+protected:
+    PMTreeNode(PMTreeNode* parent, GUID const& id, NodeType type);
+
+    // Appends new nodes for the object's children, in project order; called by Children()
+    // and by refreshes. The node owns them.
+    virtual void ReadChildren(std::vector<PMTreeNode*>& children) = 0;
+    virtual bool DoCreateChild(NodeType type, CStdStr<wchar_t> const& name, GUID* outGuid) = 0;
+    void DropChildren();
+
+    GUID m_id;
+    PMTreeNode* m_parent;
+    NodeType m_type;
+    CapabilitySet m_capabilities;
+    const std::set<NodeType>* m_childTypes;
+    const std::set<NodeType>* m_parentTypes;
+    bool m_expanded = false;
+    bool m_selected = false;
+    bool m_childrenRead = false;
+    std::vector<PMTreeNode*> m_children; // owned
+};
