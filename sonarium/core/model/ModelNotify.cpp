@@ -1,0 +1,61 @@
+#include "sonarium/core/model/ModelNotify.h"
+
+namespace sn::notify
+{
+const ROString chObject("SonariumObject");
+const ROString chProject("Project");
+const ROString chWorkUnit("WorkUnit");
+const ROString chClipboard("Clipboard");
+const ROString chInspector("Inspector");
+
+const ROString evCreated("Created");
+const ROString evLoaded("Loaded");
+const ROString evChildAdded("ChildAdded");
+const ROString evChildRemoved("ChildRemoved");
+const ROString evPreDestroy("PreDestroy");
+const ROString evNameChanged("NameChanged");
+const ROString evInclusionChanged("InclusionChanged");
+const ROString evColorChanged("ColorChanged");
+const ROString evSourceFileChanged("SourceFileChanged");
+const ROString evActiveSourceChanged("ActiveSourceChanged");
+const ROString evObjectSubTypeChanged("ObjectSubTypeChanged");
+const ROString evPreClose("Pre_Close");
+const ROString evPostClose("Post_Close");
+const ROString evDirtyChanged("DirtyChanged");
+const ROString evReferenceBeingRemoved("ReferenceBeingRemoved");
+const ROString evInspect("Inspect");
+
+void Object(ROString const& event, IOrbObject* object)
+{
+    if (!INotifyMgr::m_pInstance)
+        return;
+    OrbObjNotify::OrbObjectNotifyParam param(event, object);
+    INotifyMgr::m_pInstance->Notify(chObject, param);
+}
+
+void Project(ROString const& event)
+{
+    if (!INotifyMgr::m_pInstance)
+        return;
+    NotifyData data(event);
+    INotifyMgr::m_pInstance->Notify(chProject, data);
+}
+
+void WorkUnit(ROString const& event, IOrbObject* unit)
+{
+    if (!INotifyMgr::m_pInstance)
+        return;
+    OrbObjNotify::OrbObjectNotifyParam param(event, unit);
+    INotifyMgr::m_pInstance->Notify(chWorkUnit, param);
+}
+} // namespace sn::notify
+
+namespace MusicNotify
+{
+const ROString rosInteractiveMusic("InteractiveMusic");
+const ROString rosTrackTypeChanged("TrackTypeChanged");
+const ROString rosSequenceAdded("SequenceAdded");
+const ROString rosSequenceRemoved("SequenceRemoved");
+const ROString rosSequenceItemAdded("SequenceItemAdded");
+const ROString rosSequenceItemRemoved("SequenceItemRemoved");
+} // namespace MusicNotify

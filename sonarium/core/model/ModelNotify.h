@@ -1,0 +1,36 @@
+#pragma once
+// The channels and events the host raises when its project changes, and the calls that
+// raise them (nothing happens while no notification manager runs).
+
+#include "host/OrbObjNotify.h"
+#include "host/ROString.h"
+
+namespace sn::notify
+{
+extern const ROString chObject;    // "SonariumObject"
+extern const ROString chProject;   // "Project"
+extern const ROString chWorkUnit;  // "WorkUnit"
+extern const ROString chClipboard; // "Clipboard"
+extern const ROString chInspector; // "Inspector": objects to show in the property inspector
+
+extern const ROString evCreated;
+extern const ROString evLoaded;
+extern const ROString evChildAdded;
+extern const ROString evChildRemoved;
+extern const ROString evPreDestroy;
+extern const ROString evNameChanged;
+extern const ROString evInclusionChanged;
+extern const ROString evColorChanged;
+extern const ROString evSourceFileChanged;
+extern const ROString evActiveSourceChanged;
+extern const ROString evObjectSubTypeChanged;
+extern const ROString evPreClose;
+extern const ROString evPostClose;
+extern const ROString evDirtyChanged;
+extern const ROString evReferenceBeingRemoved;
+extern const ROString evInspect;
+
+void Object(ROString const& event, IOrbObject* object);
+void Project(ROString const& event);
+void WorkUnit(ROString const& event, IOrbObject* unit);
+} // namespace sn::notify

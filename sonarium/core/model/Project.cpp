@@ -1,0 +1,106 @@
+#include "sonarium/core/model/Project.h"
+
+#include <random>
+
+namespace sn
+{
+Project::Project(CStdStr<wchar_t> name) : m_name(std::move(name))
+{
+}
+
+Project::~Project()
+{
+    // Objects still referenced elsewhere (a clipboard, an undo step) outlive the project.
+    for (auto& [id, object] : m_index)
+        object->Detach();
+}
+
+WorkUnitObject* Project::GetRoot(OrbObjectCategories::Category category) const
+{
+    for (const CSmartPtr<WorkUnitObject>& root : m_roots)
+        if (root->GetCategory() == category)
+            return root.Get();
+    return nullptr;
+}
+
+WorkUnitObject* Project::AddRoot(OrbObjectCategories::Category category, GUID const& id, CStdStr<wchar_t> name)
+{
+    if (GetRoot(category) || Find(id))
+        return nullptr;
+    auto* root = new WorkUnitObject(this, id, PMTreeNode::WorkUnit, std::move(name));
+    root->RawSetCategory(category);
+    m_roots.emplace_back(root);
+    Index(root);
+    return root;
+}
+
+std::vector<WorkUnitObject*> Project::Roots() const
+{
+    std::vector<WorkUnitObject*> roots;
+    for (const CSmartPtr<WorkUnitObject>& root : m_roots)
+        roots.push_back(root.Get());
+    return roots;
+}
+
+ProjectObject* Project::Find(GUID const& id) const
+{
+    auto it = m_index.find(id);
+    return it == m_index.end() ? nullptr : it->second;
+}
+
+void Project::Index(ProjectObject* object)
+{
+    object->Attach(this);
+    m_index[object->Id()] = object;
+    for (const CSmartPtr<ProjectObject>& child : object->Children())
+        Index(child.Get());
+}
+
+void Project::Unindex(ProjectObject* object)
+{
+    for (const CSmartPtr<ProjectObject>& child : object->Children())
+        Unindex(child.Get());
+    auto it = m_index.find(object->Id());
+    if (it != m_index.end() && it->second == object)
+        m_index.erase(it);
+}
+
+namespace
+{
+void CollectFiles(ProjectObject* object, std::vector<WorkUnitObject*>& out)
+{
+    auto* unit = dynamic_cast<WorkUnitObject*>(object);
+    if (unit && unit->IsFile())
+    {
+        out.push_back(unit);
+        return; // work units do not nest inside a work unit's file
+    }
+    if (object->GetObjectType() != OrbObjectType_WorkUnit)
+        return;
+    for (const CSmartPtr<ProjectObject>& child : object->Children())
+        CollectFiles(child.Get(), out);
+}
+} // namespace
+
+std::vector<WorkUnitObject*> Project::FileWorkUnits() const
+{
+    std::vector<WorkUnitObject*> units;
+    for (const CSmartPtr<WorkUnitObject>& root : m_roots)
+        CollectFiles(root.Get(), units);
+    return units;
+}
+
+GUID NewGuid()
+{
+    static thread_local std::mt19937_64 engine{std::random_device{}()};
+    const unsigned long long a = engine(), b = engine();
+    GUID id;
+    id.Data1 = static_cast<uint32_t>(a >> 32);
+    id.Data2 = static_cast<uint16_t>(a >> 16);
+    id.Data3 = static_cast<uint16_t>((a & 0x0FFF) | 0x4000); // version 4
+    for (int i = 0; i < 8; ++i)
+        id.Data4[i] = static_cast<uint8_t>(b >> (8 * i));
+    id.Data4[0] = static_cast<uint8_t>((id.Data4[0] & 0x3F) | 0x80);
+    return id;
+}
+} // namespace sn

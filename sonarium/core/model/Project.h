@@ -1,0 +1,76 @@
+#pragma once
+// The open project: the root of every category, an index of objects by GUID, platforms and
+// languages, and the folder it lives in.
+
+#include "sonarium/core/model/ProjectObject.h"
+
+#include <filesystem>
+#include <unordered_map>
+#include <vector>
+
+namespace sn
+{
+struct Platform
+{
+    GUID id;
+    CStdStr<wchar_t> name;
+};
+
+struct Language
+{
+    unsigned long id;
+    CStdStr<wchar_t> name;
+};
+
+class Project
+{
+public:
+    explicit Project(CStdStr<wchar_t> name);
+    ~Project();
+    Project(const Project&) = delete;
+    Project& operator=(const Project&) = delete;
+
+    const CStdStr<wchar_t>& GetName() const { return m_name; }
+    void SetName(CStdStr<wchar_t> name) { m_name = std::move(name); }
+    const std::filesystem::path& GetFolder() const { return m_folder; }
+    void SetFolder(std::filesystem::path folder) { m_folder = std::move(folder); }
+
+    // Category roots, in the host's category order.
+    WorkUnitObject* GetRoot(OrbObjectCategories::Category category) const;
+    WorkUnitObject* AddRoot(OrbObjectCategories::Category category, GUID const& id, CStdStr<wchar_t> name);
+    std::vector<WorkUnitObject*> Roots() const;
+
+    ProjectObject* Find(GUID const& id) const;
+    size_t ObjectCount() const { return m_index.size(); }
+    // Keeps the index in step with objects entering and leaving the hierarchy.
+    void Index(ProjectObject* object);
+    void Unindex(ProjectObject* object);
+
+    std::vector<Platform>& Platforms() { return m_platforms; }
+    const std::vector<Platform>& Platforms() const { return m_platforms; }
+    std::vector<Language>& Languages() { return m_languages; }
+    const std::vector<Language>& Languages() const { return m_languages; }
+    unsigned long GetReferenceLanguage() const { return m_referenceLanguage; }
+    void SetReferenceLanguage(unsigned long id) { m_referenceLanguage = id; }
+
+    // Changes to the project file itself (work units added, renamed or removed).
+    bool IsDirty() const { return m_dirty; }
+    void SetDirty(bool dirty) { m_dirty = dirty; }
+
+    // Every work unit that has a file, in hierarchy order.
+    std::vector<WorkUnitObject*> FileWorkUnits() const;
+
+private:
+    CStdStr<wchar_t> m_name;
+    std::filesystem::path m_folder;
+    std::vector<CSmartPtr<WorkUnitObject>> m_roots;
+    std::unordered_map<GUID, ProjectObject*, GUIDHash> m_index;
+    std::vector<Platform> m_platforms;
+    std::vector<Language> m_languages;
+    unsigned long m_referenceLanguage = 0;
+    bool m_dirty = false;
+};
+
+// A new random GUID.
+GUID NewGuid();
+} // namespace sn

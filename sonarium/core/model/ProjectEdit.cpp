@@ -1,0 +1,377 @@
+#include "sonarium/core/model/ProjectEdit.h"
+
+#include "host/Undo.h"
+#include "sonarium/core/model/ModelNotify.h"
+#include "sonarium/core/model/NodeRules.h"
+#include "sonarium/core/model/Project.h"
+#include "sonarium/core/undo/UndoManager.h"
+
+#include <cwctype>
+#include <functional>
+#include <map>
+
+namespace sn::ProjectEdit
+{
+namespace
+{
+void Record(std::unique_ptr<IUndoCommand> command, const wchar_t* name)
+{
+    if (auto* undo = dynamic_cast<UndoManager*>(IUndoMgr::m_instance))
+        undo->Record(std::move(command), name);
+}
+
+bool IsFileKind(NodeType type)
+{
+    return type == PMTreeNode::WorkUnit || type == PMTreeNode::PhysicalFolder;
+}
+
+// Puts a subtree into the hierarchy or takes it out, raising what views follow.
+class StructureCommand : public IUndoCommand
+{
+public:
+    StructureCommand(ProjectObject* parent, size_t index, ProjectObject* child, bool insert, bool move = false)
+        : m_parent(parent), m_index(index), m_child(child), m_insert(insert), m_move(move)
+    {
+    }
+    void Redo() override { m_insert ? Insert() : Remove(); }
+    void Undo() override { m_insert ? Remove() : Insert(); }
+
+    void Insert()
+    {
+        m_parent->RawInsertChild(m_index, m_child.Get());
+        if (Project* project = m_parent->GetProject())
+            project->Index(m_child.Get());
+        Touch();
+        notify::Object(notify::evChildAdded, m_parent.Get());
+    }
+    void Remove()
+    {
+        // A moved object leaves its parent without being destroyed.
+        if (!m_move)
+            notify::Object(notify::evPreDestroy, m_child.Get());
+        const size_t index = m_parent->IndexOf(m_child.Get());
+        if (index >= m_parent->Children().size())
+            return;
+        if (Project* project = m_parent->GetProject())
+            project->Unindex(m_child.Get());
+        m_parent->RawRemoveChild(index);
+        Touch();
+        notify::Object(notify::evChildRemoved, m_parent.Get());
+    }
+
+private:
+    void Touch()
+    {
+        MarkDirty(m_parent.Get());
+        if (IsFileKind(m_child->GetNodeType()))
+            if (Project* project = m_parent->GetProject())
+                project->SetDirty(true);
+    }
+
+    CSmartPtr<ProjectObject> m_parent;
+    size_t m_index;
+    CSmartPtr<ProjectObject> m_child;
+    bool m_insert;
+    bool m_move;
+};
+
+// A change of one value, applied by a function given the value to set.
+template <class T>
+class ValueCommand : public IUndoCommand
+{
+public:
+    ValueCommand(CSmartPtr<ProjectObject> object, T before, T after, std::function<void(ProjectObject*, const T&)> apply)
+        : m_object(std::move(object)), m_before(std::move(before)), m_after(std::move(after)), m_apply(std::move(apply))
+    {
+    }
+    void Redo() override { m_apply(m_object.Get(), m_after); }
+    void Undo() override { m_apply(m_object.Get(), m_before); }
+
+private:
+    CSmartPtr<ProjectObject> m_object;
+    T m_before;
+    T m_after;
+    std::function<void(ProjectObject*, const T&)> m_apply;
+};
+
+template <class T>
+void Change(ProjectObject* object, T before, T after, std::function<void(ProjectObject*, const T&)> apply,
+            const wchar_t* undoName)
+{
+    auto command = std::make_unique<ValueCommand<T>>(CSmartPtr<ProjectObject>(object), std::move(before),
+                                                     std::move(after), std::move(apply));
+    command->Redo();
+    Record(std::move(command), undoName);
+}
+
+ProjectObject* CloneTree(const ProjectObject* source, Project* project, const CStdStr<wchar_t>& name)
+{
+    ProjectObject* copy = NewProjectObject(project, source->GetNodeType(), name, NewGuid());
+    copy->RawSetColor(source->GetColor());
+    copy->RawSetFlags(source->GetObjectFlags());
+    copy->RawSetInclusionLinked(source->IsInclusionLinked());
+    copy->m_includedEverywhere = source->m_includedEverywhere;
+    copy->m_includedOn = source->m_includedOn;
+    for (const auto& [key, value] : source->Properties())
+        copy->RawSetProperty(key, value);
+    for (const CSmartPtr<ProjectObject>& child : source->Children())
+        copy->RawInsertChild(AtEnd, CloneTree(child.Get(), project, child->GetName()));
+    return copy;
+}
+} // namespace
+
+bool CanHold(const ProjectObject* parent, NodeType type)
+{
+    if (!parent)
+        return false;
+    const rules::NodeRule& rule =
+        rules::RuleFor(parent->GetNodeType(), parent->GetCategory(), parent->IsTopWorkUnit());
+    // Objects without nodes of their own belong to the object that shows them.
+    switch (type)
+    {
+    case PMTreeNode::AudioSource:
+        return parent->GetObjectType() == OrbObjectType_Sound;
+    case PMTreeNode::EventAction:
+        return parent->GetObjectType() == OrbObjectType_Event;
+    case PMTreeNode::MusicClip:
+        return parent->GetObjectType() == OrbObjectType_MusicTrack;
+    default:
+        return rule.children.count(type) != 0;
+    }
+}
+
+bool IsValidName(const ProjectObject* object, NodeType type, const ProjectObject* parent,
+                 const CStdStr<wchar_t>& name, std::wstring* why)
+{
+    auto fail = [&](const wchar_t* reason) {
+        if (why)
+            *why = reason;
+        return false;
+    };
+    CStdStr<wchar_t> trimmed = name;
+    trimmed.Trim();
+    if (trimmed.empty())
+        return fail(L"The name is empty.");
+    if (name.size() > 255)
+        return fail(L"The name is longer than 255 characters.");
+    for (wchar_t c : name)
+        if (std::iswcntrl(static_cast<wint_t>(c)))
+            return fail(L"The name contains a control character.");
+    if (IsFileKind(type))
+    {
+        if (name.find_first_of(L"\\/:*?\"<>|") != std::wstring::npos)
+            return fail(L"The name of a work unit or folder cannot contain any of \\ / : * ? \" < > |.");
+        if (trimmed != name || name.back() == L'.')
+            return fail(L"The name of a work unit or folder cannot begin or end with a blank or end with a period.");
+        // Files of one folder need distinct names, whatever their case.
+        if (parent)
+            for (const CSmartPtr<ProjectObject>& sibling : parent->Children())
+                if (sibling.Get() != object && IsFileKind(sibling->GetNodeType()) &&
+                    sibling->GetName().CompareNoCase(name) == 0)
+                    return fail(L"Another work unit or folder here already has this name.");
+    }
+    return true;
+}
+
+ProjectObject* Create(ProjectObject* parent, NodeType type, const CStdStr<wchar_t>& name, size_t index, GUID const* id)
+{
+    if (!CanHold(parent, type) || !IsValidName(nullptr, type, parent, name))
+        return nullptr;
+    Project* project = parent->GetProject();
+    if (id && project && project->Find(*id))
+        return nullptr;
+    ProjectObject* object = NewProjectObject(project, type, name, id ? *id : NewGuid());
+    CSmartPtr<ProjectObject> keep(object);
+    auto command = std::make_unique<StructureCommand>(parent, index, object, true);
+    command->Redo();
+    notify::Object(notify::evCreated, object);
+    Record(std::move(command), L"New Object");
+    return object;
+}
+
+bool Adopt(ProjectObject* object, ProjectObject* parent, size_t index)
+{
+    if (!object || object->Parent() || !CanHold(parent, object->GetNodeType()) ||
+        !IsValidName(object, object->GetNodeType(), parent, object->GetName()))
+        return false;
+    CSmartPtr<ProjectObject> keep(object);
+    auto command = std::make_unique<StructureCommand>(parent, index, object, true);
+    command->Redo();
+    Record(std::move(command), L"New Object");
+    return true;
+}
+
+bool Rename(ProjectObject* object, const CStdStr<wchar_t>& name)
+{
+    if (!object || !IsValidName(object, object->GetNodeType(), object->Parent(), name))
+        return false;
+    if (object->GetName() == name)
+        return true;
+    Change<CStdStr<wchar_t>>(
+        object, object->GetName(), name,
+        [](ProjectObject* o, const CStdStr<wchar_t>& value) {
+            o->RawSetName(value);
+            MarkDirty(o);
+            if (IsFileKind(o->GetNodeType()) && o->GetProject())
+                o->GetProject()->SetDirty(true);
+            notify::Object(notify::evNameChanged, o);
+        },
+        L"Rename");
+    return true;
+}
+
+bool Delete(ProjectObject* object)
+{
+    ProjectObject* parent = object ? object->Parent() : nullptr;
+    if (!parent)
+        return false;
+    auto command = std::make_unique<StructureCommand>(parent, parent->IndexOf(object), object, false);
+    command->Redo();
+    Record(std::move(command), L"Delete");
+    return true;
+}
+
+bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
+{
+    ProjectObject* from = object ? object->Parent() : nullptr;
+    if (!from || !parent || parent == object || object->IsAncestorOf(parent) || !CanHold(parent, object->GetNodeType()))
+        return false;
+    if (IsFileKind(object->GetNodeType()) && parent != from &&
+        !IsValidName(object, object->GetNodeType(), parent, object->GetName()))
+        return false;
+    CSmartPtr<ProjectObject> keep(object);
+    const size_t oldIndex = from->IndexOf(object);
+    if (parent == from && index != AtEnd && index > oldIndex)
+        --index; // the index was counted with the object still in place
+    auto out = std::make_unique<StructureCommand>(from, oldIndex, object, false, true);
+    auto in = std::make_unique<StructureCommand>(parent, index, object, true, true);
+    out->Redo();
+    in->Redo();
+    UndoManager* undo = dynamic_cast<UndoManager*>(IUndoMgr::m_instance);
+    if (undo)
+        undo->BeginGroup(false);
+    Record(std::move(out), L"Move");
+    Record(std::move(in), L"Move");
+    if (undo)
+        undo->EndGroup(L"Move", false);
+    return true;
+}
+
+ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index)
+{
+    if (!source || !CanHold(parent, source->GetNodeType()))
+        return nullptr;
+    const CStdStr<wchar_t> name = UniqueChildName(parent, source->GetName());
+    ProjectObject* copy = CloneTree(source, parent->GetProject(), name);
+    CSmartPtr<ProjectObject> keep(copy);
+    auto command = std::make_unique<StructureCommand>(parent, index, copy, true);
+    command->Redo();
+    notify::Object(notify::evCreated, copy);
+    Record(std::move(command), L"Paste");
+    return copy;
+}
+
+void SetIncluded(ProjectObject* object, GUID const& platform, bool included)
+{
+    if (!object || object->GetIncluded(platform) == included)
+        return;
+    // The whole inclusion state is kept, so that undo also forgets a per-platform value that
+    // did not exist before.
+    using State = std::pair<bool, std::map<GUID, bool, GUIDLess>>;
+    State before{object->m_includedEverywhere, object->m_includedOn};
+    State after = before;
+    if (object->IsInclusionLinked() || platform == GUID_NULL)
+        after.first = included;
+    else
+        after.second[platform] = included;
+    Change<State>(
+        object, std::move(before), std::move(after),
+        [](ProjectObject* o, const State& value) {
+            o->m_includedEverywhere = value.first;
+            o->m_includedOn = value.second;
+            MarkDirty(o);
+            notify::Object(notify::evInclusionChanged, o);
+        },
+        L"Inclusion");
+}
+
+void SetInclusionLinked(ProjectObject* object, bool linked)
+{
+    if (!object || object->IsInclusionLinked() == linked)
+        return;
+    Change<bool>(
+        object, !linked, linked,
+        [](ProjectObject* o, const bool& value) {
+            o->RawSetInclusionLinked(value);
+            MarkDirty(o);
+            notify::Object(notify::evInclusionChanged, o);
+        },
+        L"Link Inclusion");
+}
+
+void SetColor(ProjectObject* object, int color)
+{
+    if (!object || object->GetColor() == color)
+        return;
+    Change<int>(
+        object, object->GetColor(), color,
+        [](ProjectObject* o, const int& value) {
+            o->RawSetColor(value);
+            MarkDirty(o);
+            notify::Object(notify::evColorChanged, o);
+        },
+        L"Color");
+}
+
+void SetProperty(ProjectObject* object, const std::string& key, const std::wstring& value, ROString const* event)
+{
+    if (!object || object->GetProperty(key) == value)
+        return;
+    const ROString raised = event ? *event : ROString();
+    Change<std::wstring>(
+        object, object->GetProperty(key), value,
+        [key, raised](ProjectObject* o, const std::wstring& v) {
+            o->RawSetProperty(key, v);
+            MarkDirty(o);
+            if (raised != ROString())
+                notify::Object(raised, o);
+        },
+        L"Property");
+}
+
+CStdStr<wchar_t> UniqueChildName(const ProjectObject* parent, const CStdStr<wchar_t>& name)
+{
+    auto taken = [&](const CStdStr<wchar_t>& candidate) {
+        for (const CSmartPtr<ProjectObject>& child : parent->Children())
+            if (child->GetName().CompareNoCase(candidate) == 0)
+                return true;
+        return false;
+    };
+    if (!parent || !taken(name))
+        return name;
+    for (int n = 1;; ++n)
+    {
+        CStdStr<wchar_t> candidate = name + L" " + std::to_wstring(n);
+        if (!taken(candidate))
+            return candidate;
+    }
+}
+
+void MarkDirty(ProjectObject* object)
+{
+    if (!object)
+        return;
+    WorkUnitObject* unit = object->OwningWorkUnit();
+    if (!unit)
+    {
+        if (object->GetProject())
+            object->GetProject()->SetDirty(true);
+        return;
+    }
+    if (!unit->IsDirty())
+    {
+        unit->RawSetDirty(true);
+        notify::WorkUnit(notify::evDirtyChanged, unit);
+    }
+}
+} // namespace sn::ProjectEdit

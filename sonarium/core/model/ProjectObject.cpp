@@ -1,0 +1,184 @@
+#include "sonarium/core/model/ProjectObject.h"
+
+#include "sonarium/core/model/NodeRules.h"
+#include "sonarium/core/model/Project.h"
+#include "sonarium/core/model/ProjectEdit.h"
+
+#include <algorithm>
+
+namespace sn
+{
+ProjectObject::ProjectObject(Project* project, GUID const& id, NodeType nodeType, OrbObjectType objectType,
+                             CStdStr<wchar_t> name)
+    : m_project(project), m_id(id), m_nodeType(nodeType), m_objectType(objectType), m_name(std::move(name))
+{
+}
+
+ProjectObject::~ProjectObject()
+{
+    for (const CSmartPtr<ProjectObject>& child : m_children)
+        child->m_parent = nullptr;
+}
+
+void ProjectObject::AddRef() const
+{
+    ++m_refs;
+}
+
+void ProjectObject::Release() const
+{
+    if (--m_refs == 0)
+        delete this;
+}
+
+IOrbObject* ProjectObject::GetParentObject() const
+{
+    if (m_parent)
+        m_parent->AddRef();
+    return m_parent;
+}
+
+bool ProjectObject::IsPropertyLinked(const PropertyKey&) const
+{
+    return m_inclusionLinked;
+}
+
+void ProjectObject::SetPropertyLinked(const PropertyKey&, bool link)
+{
+    ProjectEdit::SetInclusionLinked(this, link);
+}
+
+bool ProjectObject::IsIncludedOnPlatform(const GUID& platform, int) const
+{
+    // An object is excluded on a platform when it or any ancestor is.
+    for (const ProjectObject* object = this; object; object = object->m_parent)
+        if (!object->GetIncluded(platform))
+            return false;
+    return true;
+}
+
+bool ProjectObject::GetIncluded(GUID const& platform) const
+{
+    if (m_inclusionLinked)
+        return m_includedEverywhere;
+    auto it = m_includedOn.find(platform);
+    return it == m_includedOn.end() ? m_includedEverywhere : it->second;
+}
+
+IOrbObject* ProjectObject::GetOwnerObject() const
+{
+    // Sources, actions and clips are shown through the object that holds them.
+    switch (m_objectType)
+    {
+    case OrbObjectType_AudioSource:
+    case OrbObjectType_EventAction:
+    case OrbObjectType_MusicClip:
+        return m_parent;
+    default:
+        return nullptr;
+    }
+}
+
+bool ProjectObject::SetName(const CStdStr<wchar_t>& name)
+{
+    return ProjectEdit::Rename(this, name);
+}
+
+size_t ProjectObject::IndexOf(const ProjectObject* child) const
+{
+    auto it = std::find_if(m_children.begin(), m_children.end(),
+                           [&](const CSmartPtr<ProjectObject>& c) { return c.Get() == child; });
+    return static_cast<size_t>(it - m_children.begin());
+}
+
+bool ProjectObject::IsAncestorOf(const ProjectObject* other) const
+{
+    for (const ProjectObject* up = other ? other->m_parent : nullptr; up; up = up->m_parent)
+        if (up == this)
+            return true;
+    return false;
+}
+
+bool ProjectObject::IsInProject() const
+{
+    return m_project && m_project->Find(m_id) == this;
+}
+
+OrbObjectCategories::Category ProjectObject::GetCategory() const
+{
+    const ProjectObject* top = this;
+    while (top->m_parent)
+        top = top->m_parent;
+    return top->m_category;
+}
+
+WorkUnitObject* ProjectObject::OwningWorkUnit() const
+{
+    for (const ProjectObject* object = this; object; object = object->m_parent)
+    {
+        auto* unit = dynamic_cast<WorkUnitObject*>(const_cast<ProjectObject*>(object));
+        if (unit && unit->IsFile())
+            return unit;
+    }
+    return nullptr;
+}
+
+bool ProjectObject::IsTopWorkUnit() const
+{
+    return !m_parent && m_objectType == OrbObjectType_WorkUnit && m_category != OrbObjectCategories::None;
+}
+
+std::wstring ProjectObject::GetProperty(const std::string& key) const
+{
+    auto it = m_properties.find(key);
+    return it == m_properties.end() ? std::wstring() : it->second;
+}
+
+void ProjectObject::RawInsertChild(size_t index, ProjectObject* child)
+{
+    index = std::min(index, m_children.size());
+    child->m_parent = this;
+    m_children.insert(m_children.begin() + static_cast<std::ptrdiff_t>(index), CSmartPtr<ProjectObject>(child));
+}
+
+CSmartPtr<ProjectObject> ProjectObject::RawRemoveChild(size_t index)
+{
+    CSmartPtr<ProjectObject> child = m_children.at(index);
+    m_children.erase(m_children.begin() + static_cast<std::ptrdiff_t>(index));
+    child->m_parent = nullptr;
+    return child;
+}
+
+void ProjectObject::RawSetIncluded(GUID const& platform, bool included)
+{
+    if (m_inclusionLinked || platform == GUID_NULL)
+        m_includedEverywhere = included;
+    else
+        m_includedOn[platform] = included;
+}
+
+void ProjectObject::RawSetProperty(const std::string& key, std::wstring value)
+{
+    if (value.empty())
+        m_properties.erase(key);
+    else
+        m_properties[key] = std::move(value);
+}
+
+WorkUnitObject::WorkUnitObject(Project* project, GUID const& id, NodeType nodeType, CStdStr<wchar_t> name)
+    : ProjectObject(project, id, nodeType, OrbObjectType_WorkUnit, std::move(name))
+{
+}
+
+ProjectObject* NewProjectObject(Project* project, PMTreeNode::NodeType type, CStdStr<wchar_t> name, GUID const& id)
+{
+    if (type == PMTreeNode::WorkUnit || type == PMTreeNode::PhysicalFolder)
+        return new WorkUnitObject(project, id, type, std::move(name));
+    return new ProjectObject(project, id, type, rules::ObjectTypeOf(type), std::move(name));
+}
+
+ProjectObject* AsProjectObject(const IOrbObject* object)
+{
+    return dynamic_cast<ProjectObject*>(const_cast<IOrbObject*>(object));
+}
+} // namespace sn

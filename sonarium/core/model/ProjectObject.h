@@ -1,0 +1,127 @@
+#pragma once
+// A project object of the reference host: identity, kind, name, ordered children, flags,
+// colour, per-platform inclusion with its link flag, and free-form properties (an action's
+// target, a source's file). Parents own their children; references keep an object alive
+// after it has left the project, as long as someone holds it.
+
+#include "host/OrbObject.h"
+#include "host/OrbObjectCategories.h"
+#include "host/PMTreeNode.h"
+#include "host/SmartPtr.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace sn
+{
+class Project;
+class WorkUnitObject;
+
+class ProjectObject : public virtual IOrbObject
+{
+public:
+    using NodeType = PMTreeNode::NodeType;
+
+    ProjectObject(Project* project, GUID const& id, NodeType nodeType, OrbObjectType objectType,
+                  CStdStr<wchar_t> name);
+    ~ProjectObject() override;
+
+    // IOrbObject
+    void AddRef() const override;
+    void Release() const override;
+    unsigned int GetObjectFlags() const override { return m_flags; }
+    OrbObjectType GetObjectType() const override { return m_objectType; }
+    GUID const* GetGUID() const override { return &m_id; }
+    IOrbObject* GetParentObject() const override;
+    bool IsPropertyLinked(const PropertyKey& key) const override;
+    void SetPropertyLinked(const PropertyKey& key, bool link) override;
+    bool IsIncludedOnPlatform(const GUID& platform, int reserved) const override;
+    bool IsLoaded() const override { return true; }
+    IOrbObject* GetOwnerObject() const override;
+    CStdStr<wchar_t> GetName() const override { return m_name; }
+    bool SetName(const CStdStr<wchar_t>& name) override;
+
+    GUID const& Id() const { return m_id; }
+    NodeType GetNodeType() const { return m_nodeType; }
+    Project* GetProject() const { return m_project; }
+    ProjectObject* Parent() const { return m_parent; }
+    const std::vector<CSmartPtr<ProjectObject>>& Children() const { return m_children; }
+    size_t IndexOf(const ProjectObject* child) const;
+    bool IsAncestorOf(const ProjectObject* other) const;
+    // Whether the object is part of its project's hierarchy now.
+    bool IsInProject() const;
+    OrbObjectCategories::Category GetCategory() const;
+    // The work unit whose file holds the object (itself for a work unit), or null.
+    WorkUnitObject* OwningWorkUnit() const;
+    bool IsTopWorkUnit() const;
+
+    int GetColor() const { return m_color; } // -1: the parent's colour
+    bool IsInclusionLinked() const { return m_inclusionLinked; }
+    bool GetIncluded(GUID const& platform) const; // the stored value, link considered
+    const std::map<std::string, std::wstring>& Properties() const { return m_properties; }
+    std::wstring GetProperty(const std::string& key) const;
+
+    // Raw mutators: the project's edit operations call them and take care of undo,
+    // notifications and dirty state.
+    void RawInsertChild(size_t index, ProjectObject* child);
+    CSmartPtr<ProjectObject> RawRemoveChild(size_t index);
+    void RawSetName(CStdStr<wchar_t> name) { m_name = std::move(name); }
+    void RawSetColor(int color) { m_color = color; }
+    void RawSetFlags(unsigned int flags) { m_flags = flags; }
+    void RawSetIncluded(GUID const& platform, bool included);
+    void RawSetInclusionLinked(bool linked) { m_inclusionLinked = linked; }
+    void RawSetProperty(const std::string& key, std::wstring value);
+    void RawSetCategory(OrbObjectCategories::Category category) { m_category = category; }
+    void Detach() { m_project = nullptr; }
+    void Attach(Project* project) { m_project = project; }
+
+    // The platform-independent inclusion, used while the link holds.
+    bool m_includedEverywhere = true;
+    std::map<GUID, bool, GUIDLess> m_includedOn;
+
+protected:
+    Project* m_project;
+    GUID m_id;
+    NodeType m_nodeType;
+    OrbObjectType m_objectType;
+    CStdStr<wchar_t> m_name;
+    ProjectObject* m_parent = nullptr;
+    std::vector<CSmartPtr<ProjectObject>> m_children;
+    unsigned int m_flags = 0;
+    int m_color = -1;
+    bool m_inclusionLinked = true;
+    OrbObjectCategories::Category m_category = OrbObjectCategories::None; // roots only
+    std::map<std::string, std::wstring> m_properties;
+    mutable long m_refs = 0;
+};
+
+// A work unit: a file of the project (or a category's root, or a physical folder, which are
+// work units without a file of their own).
+class WorkUnitObject : public ProjectObject, public IOrbWorkUnit
+{
+public:
+    WorkUnitObject(Project* project, GUID const& id, NodeType nodeType, CStdStr<wchar_t> name);
+
+    bool HasWorkUnitCategory() const override { return GetCategory() != OrbObjectCategories::None; }
+    OrbObjectCategories::Category GetWorkUnitCategory() const override { return GetCategory(); }
+    bool IsDirty() const override { return m_dirty; }
+    bool IsLoaded() const override { return m_loaded; }
+
+    // A work unit with a file of its own (not a root, not a physical folder).
+    bool IsFile() const { return !IsTopWorkUnit() && GetNodeType() == PMTreeNode::WorkUnit; }
+    void RawSetDirty(bool dirty) { m_dirty = dirty; }
+    void RawSetLoaded(bool loaded) { m_loaded = loaded; }
+
+private:
+    bool m_dirty = false;
+    bool m_loaded = true;
+};
+
+// A new object of a node kind (a work unit object for work units and physical folders), not
+// yet in any hierarchy.
+ProjectObject* NewProjectObject(Project* project, PMTreeNode::NodeType type, CStdStr<wchar_t> name, GUID const& id);
+
+// The object behind an interface pointer of this host, or null.
+ProjectObject* AsProjectObject(const IOrbObject* object);
+} // namespace sn

@@ -1,0 +1,272 @@
+#include "sonarium/core/nodes/ProjectNode.h"
+
+#include "host/ObjectIcons.h"
+#include "sonarium/core/model/CurrentState.h"
+#include "sonarium/core/model/NodeRules.h"
+#include "sonarium/core/model/Project.h"
+#include "sonarium/core/model/ProjectEdit.h"
+
+#include <array>
+#include <unordered_map>
+
+namespace sn
+{
+namespace
+{
+ObjectIcons::IconType IconOf(PMTreeNode::NodeType type)
+{
+    using I = ObjectIcons;
+    using enum PMTreeNode::NodeType;
+    switch (type)
+    {
+    case PhysicalFolder: return I::IconType_PhysicalFolder;
+    case WorkUnit: return I::IconType_WorkUnit;
+    case Folder: return I::IconType_Folder;
+    case ActorMixer: return I::IconType_ActorMixer;
+    case SwitchContainer: return I::IconType_SwitchContainer;
+    case RandomContainer: return I::IconType_RandomContainer;
+    case SequenceContainer: return I::IconType_SequenceContainer;
+    case BlendContainer: return I::IconType_BlendContainer;
+    case SoundSFX: return I::IconType_SoundSFX;
+    case SoundVoice: return I::IconType_SoundVoice;
+    case Bus: return I::IconType_Bus;
+    case AuxBus: return I::IconType_AuxBus;
+    case AudioSource: return I::IconType_AudioSource;
+    case EventAction: return I::IconType_EventAction;
+    case Event: return I::IconType_Event;
+    case SoundBank: return I::IconType_SoundBank;
+    case Switch: return I::IconType_Switch;
+    case SwitchGroup: return I::IconType_SwitchGroup;
+    case State: return I::IconType_State;
+    case StateGroup: return I::IconType_StateGroup;
+    case GameParameter: return I::IconType_GameParameter;
+    case EffectPlugin: return I::IconType_Effect;
+    case MixerPlugin: return I::IconType_MixerPlugin;
+    case AudioDevice: return I::IconType_AudioDevice;
+    case SourcePlugin: return I::IconType_SourcePlugin;
+    case AuditionSession: return I::IconType_AuditionSession;
+    case MusicSwitchContainer: return I::IconType_MusicSwitchContainer;
+    case MusicPlaylistContainer: return I::IconType_MusicPlaylistContainer;
+    case MusicSegment: return I::IconType_MusicSegment;
+    case MusicTrack: return I::IconType_MusicTrack;
+    case MusicPlaylistItem: return I::IconType_MusicPlaylistItem;
+    case MixingSession: return I::IconType_MixingSession;
+    case Trigger: return I::IconType_Trigger;
+    case ControlSurfaceSession: return I::IconType_ControlSurfaceSession;
+    case MusicClip: return I::IconType_MusicClip;
+    case Query: return I::IconType_Query;
+    default: return I::IconType_None;
+    }
+}
+} // namespace
+
+ProjectNode::ProjectNode(PMTreeNode* parent, ProjectObject* object)
+    : TreeNodeWithObject(parent, object, object->GetNodeType()), m_model(object)
+{
+    const rules::NodeRule& rule = rules::RuleFor(object->GetNodeType(), object->GetCategory(), object->IsTopWorkUnit());
+    m_capabilities = rule.capabilities;
+    m_childTypes = &rule.children;
+    m_parentTypes = &rule.parents;
+    // A category's root starts open, as a fresh view shows it.
+    m_expanded = object->IsTopWorkUnit();
+    ReadVisuals();
+    ReadInclusion();
+}
+
+bool ProjectNode::HasNode(const ProjectObject* object)
+{
+    switch (object->GetObjectType())
+    {
+    case OrbObjectType_AudioSource:
+    case OrbObjectType_EventAction:
+    case OrbObjectType_MusicClip:
+    case OrbObjectType_Platform:
+        return false;
+    default:
+        return true;
+    }
+}
+
+uint32_t ProjectNode::PaletteColor(int index)
+{
+    static const std::array<uint32_t, 16> palette{0x7A7A7A, 0x3F6FD8, 0x2E9FD6, 0x23A88D, 0x3CA63C, 0x8DB32B,
+                                                  0xC9B21C, 0xE08A1E, 0xD9582B, 0xC93A3A, 0xC23A7E, 0xA03FC2,
+                                                  0x6E4BD1, 0x8C6A4A, 0x4F6B5B, 0xB0B0B0};
+    return index >= 0 && index < static_cast<int>(palette.size()) ? palette[static_cast<size_t>(index)] : 0xFFFFFFFF;
+}
+
+bool ProjectNode::HasChildren() const
+{
+    if (m_childrenRead)
+        return !m_children.empty();
+    for (const CSmartPtr<ProjectObject>& child : m_model->Children())
+        if (HasNode(child.Get()))
+            return true;
+    return false;
+}
+
+void ProjectNode::ReadChildren(std::vector<PMTreeNode*>& children)
+{
+    for (const CSmartPtr<ProjectObject>& child : m_model->Children())
+        if (HasNode(child.Get()))
+            children.push_back(new ProjectNode(this, child.Get()));
+}
+
+bool ProjectNode::DoCreateChild(NodeType type, CStdStr<wchar_t> const& name, GUID* outGuid)
+{
+    ProjectObject* created = ProjectEdit::Create(m_model, type, name);
+    if (created && outGuid)
+        *outGuid = created->Id();
+    return created != nullptr;
+}
+
+bool ProjectNode::AcceptsParentType(NodeType type) const
+{
+    if (!m_parentTypes->count(type))
+        return false;
+    // The new parent takes this node's place, so the current parent must be able to hold it.
+    const ProjectObject* holder = m_model->Parent();
+    return holder && ProjectEdit::CanHold(holder, type);
+}
+
+void ProjectNode::SetIncluded(bool include, bool)
+{
+    ProjectEdit::SetIncluded(m_model, CurrentPlatform(), include);
+}
+
+void ProjectNode::ReadVisuals()
+{
+    m_displayName = m_model->GetName();
+    if (auto* unit = dynamic_cast<WorkUnitObject*>(m_model))
+    {
+        if (unit->IsDirty())
+            m_displayName += L"*"; // unsaved changes
+        if (!unit->IsLoaded())
+            m_displayName += L" (unloaded)";
+    }
+    m_iconType = IconOf(m_type);
+    int color = -1;
+    for (const ProjectObject* object = m_model; object && color < 0; object = object->Parent())
+        color = object->GetColor();
+    m_color = PaletteColor(color);
+}
+
+void ProjectNode::ReadInclusion()
+{
+    m_excluded = !m_model->IsIncludedOnPlatform(CurrentPlatform(), 0);
+}
+
+void ProjectNode::RefreshName()
+{
+    ReadVisuals();
+}
+
+void ProjectNode::RefreshVisualState()
+{
+    ReadVisuals();
+    ReadInclusion();
+}
+
+void ProjectNode::RefreshPF(GuidSet& pending)
+{
+    ReadInclusion();
+    pending.erase(m_id);
+    for (PMTreeNode* child : m_children)
+        child->RefreshPF(pending);
+}
+
+void ProjectNode::Refresh(bool force, unsigned long flags)
+{
+    if (flags & 4)
+        ReadVisuals();
+    if (flags & 8)
+        ReadInclusion();
+    if (flags & 3)
+        SyncChildren(force, flags);
+    else
+        for (PMTreeNode* child : m_children)
+            child->Refresh(force, flags);
+}
+
+void ProjectNode::SyncChildren(bool force, unsigned long flags)
+{
+    if (!m_childrenRead)
+        return; // read when first needed, from the project as it is then
+    std::unordered_map<const ProjectObject*, PMTreeNode*> kept;
+    for (PMTreeNode* child : m_children)
+        kept.emplace(static_cast<ProjectNode*>(child)->m_model, child);
+    std::vector<PMTreeNode*> children;
+    for (const CSmartPtr<ProjectObject>& object : m_model->Children())
+    {
+        if (!HasNode(object.Get()))
+            continue;
+        auto it = kept.find(object.Get());
+        if (it != kept.end())
+        {
+            children.push_back(it->second);
+            kept.erase(it);
+            it = kept.end();
+            children.back()->Refresh(force, flags);
+        }
+        else
+        {
+            children.push_back(new ProjectNode(this, object.Get()));
+        }
+    }
+    for (auto& [object, node] : kept)
+        delete node;
+    m_children = std::move(children);
+}
+
+void ProjectNode::ExpandAndSelectNode(GUID const& id)
+{
+    Project* project = m_model->GetProject();
+    ProjectObject* target = project ? project->Find(id) : nullptr;
+    if (!target || (target != m_model && !m_model->IsAncestorOf(target)))
+        return;
+    // The path from this node's object down to the target.
+    std::vector<ProjectObject*> path;
+    for (ProjectObject* object = target; object != m_model; object = object->Parent())
+        path.push_back(object);
+    PMTreeNode* node = this;
+    for (auto it = path.rbegin(); it != path.rend(); ++it)
+    {
+        node->IsExpanded(true);
+        PMTreeNode* next = nullptr;
+        for (PMTreeNode* child : node->Children())
+            if (child->ID() == (*it)->Id())
+                next = child;
+        if (!next)
+            return; // the target has no node of its own
+        node = next;
+    }
+    node->IsSelected(true);
+}
+} // namespace sn
+
+TreeNodeWithObject::TreeNodeWithObject(PMTreeNode* parent, IOrbObject* object, NodeType type)
+    : PMTreeNode(parent, *object->GetGUID(), type), m_object(object)
+{
+}
+
+PMTreeNode::NodeType TreeNodeWithObject::GetNodeType(IOrbObject* object)
+{
+    const sn::ProjectObject* model = sn::AsProjectObject(object);
+    return model ? model->GetNodeType() : (object ? ConvertObjectType(object->GetObjectType()) : None);
+}
+
+PMTreeNode::NodeType TreeNodeWithObject::ConvertObjectType(OrbObjectType type)
+{
+    return sn::rules::NodeTypeOf(type);
+}
+
+OrbObjectType TreeNodeWithObject::ConvertObjectType(NodeType type)
+{
+    return sn::rules::ObjectTypeOf(type);
+}
+
+TreeNodeWithObject* NodeFactory::CreateNode(PMTreeNode* parent, IOrbObject* object)
+{
+    sn::ProjectObject* model = sn::AsProjectObject(object);
+    return model ? new sn::ProjectNode(parent, model) : nullptr;
+}

@@ -1,0 +1,53 @@
+#pragma once
+// The reference host's tree node: one project object, with the name, icon, colour and
+// inclusion it shows cached until the view asks the node to refresh them, as a real host's
+// nodes do.
+
+#include "host/TreeNodeWithObject.h"
+#include "sonarium/core/model/ProjectObject.h"
+
+namespace sn
+{
+class ProjectNode : public TreeNodeWithObject, public IVisualStateRefreshable
+{
+public:
+    ProjectNode(PMTreeNode* parent, ProjectObject* object);
+
+    bool AcceptsParentType(NodeType type) const override;
+    void SetIncluded(bool include, bool reserved) override;
+    void Refresh(bool force, unsigned long flags) override;
+    void RefreshName() override;
+    void RefreshPF(GuidSet& pending) override;
+    void ExpandAndSelectNode(GUID const& id) override;
+
+    CStdStr<wchar_t> GetDisplayName() const override { return m_displayName; }
+    int GetIconType() const override { return m_iconType; }
+    bool IsExcludedOnCurrentPlatform() const override { return m_excluded; }
+    uint32_t GetColor() const override { return m_color; }
+    bool HasChildren() const override;
+
+    void RefreshVisualState() override;
+
+    ProjectObject* Object() const { return static_cast<ProjectObject*>(AsProjectObject(GetObject())); }
+    // Whether an object of the project gets a node of its own.
+    static bool HasNode(const ProjectObject* object);
+    // The colour shown for a colour index (an object's own or inherited).
+    static uint32_t PaletteColor(int index);
+
+protected:
+    void ReadChildren(std::vector<PMTreeNode*>& children) override;
+    bool DoCreateChild(NodeType type, CStdStr<wchar_t> const& name, GUID* outGuid) override;
+
+private:
+    void ReadVisuals();
+    void ReadInclusion();
+    // Brings the read children in line with the project, keeping the nodes that remain.
+    void SyncChildren(bool force, unsigned long flags);
+    ProjectObject* m_model; // kept alive by the base's reference
+
+    CStdStr<wchar_t> m_displayName;
+    int m_iconType = 0;
+    uint32_t m_color = 0xFFFFFFFF;
+    bool m_excluded = false;
+};
+} // namespace sn
