@@ -1,0 +1,245 @@
+#include "sonarium/core/storage/StorageJson.h"
+
+#include "host/Utf8.h"
+#include "sonarium/core/model/NodeRules.h"
+#include "sonarium/core/model/Project.h"
+#include "sonarium/core/model/ProjectEdit.h"
+
+namespace sn::storage
+{
+namespace
+{
+constexpr int kVersion = 1;
+
+std::string Quoted(const std::string& text)
+{
+    return "\"" + text + "\"";
+}
+
+std::pair<size_t, size_t> LineAndColumn(const std::string& bytes, size_t offset)
+{
+    size_t line = 1, column = 1;
+    for (size_t i = 0; i < offset && i < bytes.size(); ++i)
+    {
+        if (bytes[i] == '\n')
+        {
+            ++line;
+            column = 1;
+        }
+        else
+            ++column;
+    }
+    return {line, column};
+}
+
+// nlohmann's message without its "[json.exception...] parse error at line x, column y: " prefix.
+std::string ParseMessage(const std::string& what)
+{
+    const size_t column = what.find("column ");
+    const size_t colon = what.find(": ", column == std::string::npos ? 0 : column);
+    return colon == std::string::npos ? what : what.substr(colon + 2);
+}
+
+const Json& Typed(const Json& value, const char* key, bool ok, const char* kind)
+{
+    if (!ok)
+        throw FormatError("key " + Quoted(key) + " must be " + kind);
+    return value;
+}
+
+std::string IdText(const ProjectObject& object)
+{
+    return GuidText::ToString(object.Id());
+}
+
+Json InclusionToJson(const ProjectObject& object)
+{
+    Json inclusion = Json::object();
+    inclusion["linked"] = object.IsInclusionLinked();
+    inclusion["included"] = object.m_includedEverywhere;
+    Json platforms = Json::object();
+    for (const auto& [platform, included] : object.m_includedOn)
+        platforms[GuidText::ToString(platform)] = included;
+    inclusion["platforms"] = std::move(platforms);
+    return inclusion;
+}
+
+void ReadInclusion(const Json& inclusion, ProjectObject& object)
+{
+    if (!inclusion.is_object())
+        throw FormatError("key \"inclusion\" must be an object");
+    const Json& linked = Member(inclusion, "linked");
+    const Json& included = Member(inclusion, "included");
+    object.RawSetInclusionLinked(Typed(linked, "linked", linked.is_boolean(), "true or false").get<bool>());
+    object.m_includedEverywhere =
+        Typed(included, "included", included.is_boolean(), "true or false").get<bool>();
+    if (!inclusion.contains("platforms"))
+        return;
+    const Json& platforms =
+        Typed(inclusion["platforms"], "platforms", inclusion["platforms"].is_object(), "an object");
+    for (const auto& [text, value] : platforms.items())
+    {
+        const std::optional<GUID> platform = GuidText::FromString(text);
+        if (!platform)
+            throw FormatError("malformed GUID " + Quoted(text) + " in \"platforms\"");
+        object.m_includedOn[*platform] =
+            Typed(value, text.c_str(), value.is_boolean(), "true or false").get<bool>();
+    }
+}
+
+void ReadOptional(const Json& item, ProjectObject& object)
+{
+    if (item.contains("color"))
+    {
+        const Json& color = item["color"];
+        object.RawSetColor(Typed(color, "color", color.is_number_integer(), "an integer").get<int>());
+    }
+    if (item.contains("flags"))
+    {
+        const Json& flags = item["flags"];
+        object.RawSetFlags(
+            Typed(flags, "flags", flags.is_number_unsigned(), "a non-negative integer").get<unsigned int>());
+    }
+    if (item.contains("inclusion"))
+        ReadInclusion(item["inclusion"], object);
+    if (item.contains("properties"))
+    {
+        const Json& properties =
+            Typed(item["properties"], "properties", item["properties"].is_object(), "an object");
+        for (const auto& [key, value] : properties.items())
+            object.RawSetProperty(
+                key,
+                Utf8::ToWide(
+                    Typed(value, key.c_str(), value.is_string(), "a string").get_ref<const std::string&>()));
+    }
+}
+} // namespace
+
+Json Parse(const std::string& bytes)
+{
+    try
+    {
+        return Json::parse(bytes);
+    }
+    catch (const Json::parse_error& error)
+    {
+        const auto [line, column] = LineAndColumn(bytes, error.byte > 0 ? error.byte - 1 : 0);
+        throw FormatError("line " + std::to_string(line) + ", column " + std::to_string(column) + ": " +
+                          ParseMessage(error.what()));
+    }
+}
+
+std::string Dump(const Json& document)
+{
+    return document.dump(2) + "\n";
+}
+
+const Json& Member(const Json& object, const char* key)
+{
+    if (!object.is_object())
+        throw FormatError(std::string("expected an object holding ") + Quoted(key));
+    auto it = object.find(key);
+    if (it == object.end())
+        throw FormatError("missing key " + Quoted(key));
+    return *it;
+}
+
+std::string StringMember(const Json& object, const char* key)
+{
+    const Json& value = Member(object, key);
+    return Typed(value, key, value.is_string(), "a string").get<std::string>();
+}
+
+GUID GuidMember(const Json& object, const char* key)
+{
+    const std::string text = StringMember(object, key);
+    const std::optional<GUID> id = GuidText::FromString(text);
+    if (!id)
+        throw FormatError("malformed GUID " + Quoted(text) + " in " + Quoted(key));
+    return *id;
+}
+
+const Json& ArrayMember(const Json& object, const char* key)
+{
+    const Json& value = Member(object, key);
+    return Typed(value, key, value.is_array(), "an array");
+}
+
+void CheckHeader(const Json& document, const char* format)
+{
+    if (!document.is_object())
+        throw FormatError("the file does not hold a JSON object");
+    const std::string found = StringMember(document, "format");
+    if (found != format)
+        throw FormatError("format " + Quoted(found) + " is not " + Quoted(format));
+    const Json& version = Member(document, "version");
+    if (!version.is_number_integer())
+        throw FormatError("key \"version\" must be an integer");
+    if (version.get<long long>() < 1 || version.get<long long>() > kVersion)
+        throw FormatError("unsupported version " + version.dump());
+}
+
+Json Header(const char* format)
+{
+    Json document = Json::object();
+    document["format"] = format;
+    document["version"] = kVersion;
+    return document;
+}
+
+Json ObjectToJson(const ProjectObject& object)
+{
+    Json item = Json::object();
+    item["type"] = rules::NodeTypeKey(object.GetNodeType());
+    item["id"] = IdText(object);
+    item["name"] = Utf8::FromWide(object.GetName());
+    if (object.GetColor() != -1)
+        item["color"] = object.GetColor();
+    if (object.GetObjectFlags() != 0)
+        item["flags"] = object.GetObjectFlags();
+    // The usual case stays out of the file; values kept for an unlinked state do not.
+    if (!object.IsInclusionLinked() || !object.m_includedEverywhere || !object.m_includedOn.empty())
+        item["inclusion"] = InclusionToJson(object);
+    if (!object.Properties().empty())
+    {
+        Json properties = Json::object();
+        for (const auto& [key, value] : object.Properties())
+            properties[key] = Utf8::FromWide(value);
+        item["properties"] = std::move(properties);
+    }
+    if (!object.Children().empty())
+    {
+        Json children = Json::array();
+        for (const CSmartPtr<ProjectObject>& child : object.Children())
+            children.push_back(ObjectToJson(*child));
+        item["children"] = std::move(children);
+    }
+    return item;
+}
+
+void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDLess>& ids)
+{
+    for (const Json& item : items)
+    {
+        const std::string key = StringMember(item, "type");
+        PMTreeNode::NodeType type = PMTreeNode::None;
+        if (!rules::ParseNodeType(key, type))
+            throw FormatError("unknown type key " + Quoted(key));
+        const GUID id = GuidMember(item, "id");
+        const std::string name = StringMember(item, "name");
+        if (!ProjectEdit::CanHold(parent, type) || type == PMTreeNode::WorkUnit ||
+            type == PMTreeNode::PhysicalFolder)
+            throw FormatError(Quoted(key) + " " + GuidText::ToString(id) + " cannot be held by " +
+                              Quoted(rules::NodeTypeKey(parent->GetNodeType())) + " " + IdText(*parent));
+        if (!ids.insert(id).second || (parent->GetProject() && parent->GetProject()->Find(id)))
+            throw FormatError("duplicate GUID " + GuidText::ToString(id));
+
+        auto* object =
+            new ProjectObject(parent->GetProject(), id, type, rules::ObjectTypeOf(type), Utf8::ToWide(name));
+        parent->RawInsertChild(parent->Children().size(), object);
+        ReadOptional(item, *object);
+        if (item.contains("children"))
+            ReadChildren(ArrayMember(item, "children"), object, ids);
+    }
+}
+} // namespace sn::storage

@@ -1,0 +1,43 @@
+#pragma once
+// The JSON form of project files: reading with messages that say what is wrong and where, and
+// writing with a fixed key order so that an unchanged project saves to identical bytes.
+
+#include "sonarium/core/model/ProjectObject.h"
+
+#include <nlohmann/json.hpp>
+
+#include <set>
+#include <stdexcept>
+#include <string>
+
+namespace sn::storage
+{
+using Json = nlohmann::ordered_json;
+
+// Malformed content; what() is the reason shown to the user.
+class FormatError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// Throws FormatError ("line 4, column 9: syntax error ...").
+Json Parse(const std::string& bytes);
+// Two-space indentation and a final newline.
+std::string Dump(const Json& document);
+
+// Members of a JSON object, checked; each throws FormatError naming the key.
+const Json& Member(const Json& object, const char* key);
+std::string StringMember(const Json& object, const char* key);
+GUID GuidMember(const Json& object, const char* key);
+const Json& ArrayMember(const Json& object, const char* key);
+// Requires "format" to be format and "version" one this host reads.
+void CheckHeader(const Json& document, const char* format);
+Json Header(const char* format);
+
+// An object below a work unit, with its subtree.
+Json ObjectToJson(const ProjectObject& object);
+// Builds the objects of items under parent (already in its category, not yet indexed). ids
+// collects the GUIDs read; a GUID already in ids or in the project is an error.
+void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDLess>& ids);
+} // namespace sn::storage
