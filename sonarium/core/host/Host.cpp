@@ -1,0 +1,90 @@
+#include "sonarium/core/host/Host.h"
+
+#include "host/ProjectManager.h"
+#include "sonarium/core/host/ProjectManagerImpl.h"
+#include "sonarium/core/model/CurrentState.h"
+#include "sonarium/core/model/ModelNotify.h"
+
+namespace sn
+{
+namespace
+{
+Host* g_host = nullptr;
+}
+
+Host* Host::Get()
+{
+    return g_host;
+}
+
+Host::Host(HostOptions options)
+    : m_preferences(std::make_unique<PreferencesStore>(
+          options.preferencesFile.empty() ? PreferencesStore::DefaultPath() : options.preferencesFile)),
+      m_projectManager(std::make_unique<ProjectManagerImpl>(*this))
+{
+    m_services.SetService(ServiceId_ObjectClipboard, &m_clipboard);
+    m_services.SetService(ServiceId_WorkUnitGate, &m_gate);
+    m_services.SetService(ServiceId_MainWindow, &m_mainWindow);
+    m_services.SetService(ServiceId_Commands, &m_commands);
+    m_services.SetService(ServiceId_EditingCapabilities, &m_capabilities);
+    m_properties.Prop(propLockUIUpdate, 3, 1) = 0;
+
+    g_host = this;
+    INotifyMgr::m_pInstance = &m_notify;
+    GlobalPropMgr::m_pInstance = &m_properties;
+    IUndoMgr::m_instance = &m_undo;
+    PreferencesStore::Install(m_preferences.get());
+    g_serviceProviderInstance = &m_services;
+    ProjectManager::m_pInstance = m_projectManager.get();
+}
+
+Host::~Host()
+{
+    // The project's objects may still be referenced by the clipboard and undo steps: let
+    // those go while the bus still runs, then the project.
+    m_clipboard.Clear();
+    m_undo.Clear();
+    m_project.reset();
+    ProjectManager::m_pInstance = nullptr;
+    g_serviceProviderInstance = nullptr;
+    PreferencesStore::Install(nullptr);
+    IUndoMgr::m_instance = nullptr;
+    GlobalPropMgr::m_pInstance = nullptr;
+    INotifyMgr::m_pInstance = nullptr;
+    g_host = nullptr;
+}
+
+void Host::SetProject(std::unique_ptr<Project> project, bool created)
+{
+    if (m_project)
+        CloseProject();
+    m_project = std::move(project);
+    if (!m_project)
+        return;
+    if (!m_project->Platforms().empty())
+        SetPlatform(m_project->Platforms().front().id);
+    SetLanguage(m_project->GetReferenceLanguage());
+    notify::Project(created ? notify::evCreated : notify::evLoaded);
+}
+
+void Host::CloseProject()
+{
+    if (!m_project)
+        return;
+    notify::Project(notify::evPreClose);
+    m_clipboard.Clear();
+    m_undo.Clear();
+    m_project.reset();
+    notify::Project(notify::evPostClose);
+}
+
+void Host::SetPlatform(GUID const& platform)
+{
+    m_properties[propCurrentPlatform].SetValue(platform);
+}
+
+void Host::SetLanguage(unsigned long language)
+{
+    m_properties[propCurrentLanguage].SetValue(static_cast<long long>(language));
+}
+} // namespace sn

@@ -1,0 +1,80 @@
+#pragma once
+// A running reference host: it owns the notification bus, the global properties, undo, the
+// preferences, the services and the open project, and installs them as the singletons that
+// modules reach. One host runs at a time; tests build a fresh one per test.
+
+#include "host/GlobalProp.h"
+#include "sonarium/core/model/Project.h"
+#include "sonarium/core/notify/NotifyManager.h"
+#include "sonarium/core/prefs/PreferencesStore.h"
+#include "sonarium/core/services/Services.h"
+#include "sonarium/core/undo/UndoManager.h"
+
+#include <filesystem>
+#include <memory>
+
+class CWnd;
+
+namespace sn
+{
+class ProjectManagerImpl;
+
+struct HostOptions
+{
+    // The per-user store; empty means the user's default location.
+    std::filesystem::path preferencesFile;
+};
+
+class Host
+{
+public:
+    explicit Host(HostOptions options = {});
+    ~Host();
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+
+    // The running host, or null.
+    static Host* Get();
+
+    NotifyManager& Notifications() { return m_notify; }
+    CProp& Properties() { return m_properties; }
+    UndoManager& Undo() { return m_undo; }
+    PreferencesStore& Preferences() { return *m_preferences; }
+    ObjectClipboard& Clipboard() { return m_clipboard; }
+    WorkUnitGate& Gate() { return m_gate; }
+    MainWindowState& MainWindow() { return m_mainWindow; }
+    Commands& CommandRegistry() { return m_commands; }
+    EditingCapabilities& Capabilities() { return m_capabilities; }
+
+    Project* GetProject() const { return m_project.get(); }
+    // Takes the project as the open one, closing the previous one first, and announces it
+    // ("Project"/"Created" for a new project, "Loaded" for one read from disk).
+    void SetProject(std::unique_ptr<Project> project, bool created = false);
+    // "Pre_Close", then the project goes away, then "Post_Close".
+    void CloseProject();
+
+    bool IsInPlayback() const { return m_playback; }
+    void SetPlayback(bool playing) { m_playback = playing; }
+    void SetPlatform(GUID const& platform);
+    void SetLanguage(unsigned long language);
+
+    CWnd* GetMainWnd() const { return m_mainWnd; }
+    void SetMainWnd(CWnd* wnd) { m_mainWnd = wnd; }
+
+private:
+    NotifyManager m_notify;
+    CProp m_properties;
+    UndoManager m_undo;
+    std::unique_ptr<PreferencesStore> m_preferences;
+    ObjectClipboard m_clipboard;
+    WorkUnitGate m_gate;
+    MainWindowState m_mainWindow;
+    Commands m_commands;
+    EditingCapabilities m_capabilities;
+    ServiceProvider m_services;
+    std::unique_ptr<ProjectManagerImpl> m_projectManager;
+    std::unique_ptr<Project> m_project;
+    bool m_playback = false;
+    CWnd* m_mainWnd = nullptr;
+};
+} // namespace sn

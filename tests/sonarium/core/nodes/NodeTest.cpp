@@ -1,0 +1,129 @@
+#include "HostFixture.h"
+
+#include "host/ProjectManager.h"
+#include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/nodes/ProjectNode.h"
+
+#include <memory>
+
+using namespace sn;
+using N = PMTreeNode;
+
+namespace
+{
+const wchar_t* kProject = LR"(
+platform Linux
+AudioObjects
+  Default Work Unit : WorkUnit
+    Ambience : ActorMixer
+      Rain : SoundSFX
+      Wind : RandomContainer
+        Gust : SoundSFX
+    Music Stingers : ActorMixer
+Events
+  Default Work Unit : WorkUnit
+    Play_Rain : Event
+)";
+
+std::unique_ptr<PMTreeNode> RootNode(OrbObjectCategories::Category category)
+{
+    CSmartPtr<IOrbWorkUnit> unit;
+    EXPECT_TRUE(ProjectManager::m_pInstance->GetTopWorkUnit(category, unit));
+    return std::unique_ptr<PMTreeNode>(NodeFactory::CreateNode(nullptr, unit.Get()));
+}
+
+PMTreeNode* Child(PMTreeNode* node, const wchar_t* name)
+{
+    for (PMTreeNode* child : node->Children())
+        if (static_cast<TreeNodeWithObject*>(child)->GetObject()->GetName() == name)
+            return child;
+    return nullptr;
+}
+} // namespace
+
+TEST_F(HostTest, NodesReadLazilyAndRefreshKeepsTheirMarks)
+{
+    Open(kProject);
+    auto root = RootNode(OrbObjectCategories::AudioObjects);
+    EXPECT_TRUE(root->IsExpanded()) << "roots start open";
+    PMTreeNode* unit = Child(root.get(), L"Default Work Unit");
+    ASSERT_TRUE(unit);
+    EXPECT_TRUE(unit->HasChildren());
+    PMTreeNode* ambience = Child(unit, L"Ambience");
+    ambience->IsExpanded(true);
+    Child(ambience, L"Rain")->IsSelected(true);
+
+    ProjectObject* model = At(L"AudioObjects/Default Work Unit/Ambience");
+    ProjectEdit::Create(model, N::SoundSFX, L"Thunder", 0);
+    ProjectEdit::Delete(At(L"AudioObjects/Default Work Unit/Ambience/Wind"));
+    EXPECT_EQ(2u, ambience->Children().size()) << "nodes follow the project only when refreshed";
+    root->Refresh(true, 3);
+    ASSERT_EQ(2u, ambience->Children().size());
+    EXPECT_EQ(L"Thunder", static_cast<TreeNodeWithObject*>(ambience->Children()[0])->GetObject()->GetName());
+    EXPECT_TRUE(ambience->IsExpanded());
+    EXPECT_TRUE(ambience->Children()[1]->IsSelected()) << "the surviving node keeps its mark";
+
+    // The displayed name follows a rename and the unsaved state at the next name refresh.
+    ProjectEdit::Rename(model, L"Ambient");
+    EXPECT_EQ(L"Ambience", ambience->GetDisplayName());
+    ambience->RefreshName();
+    unit->RefreshName();
+    EXPECT_EQ(L"Ambient", ambience->GetDisplayName());
+    EXPECT_EQ(L"Default Work Unit*", unit->GetDisplayName());
+
+    PMTreeNode::GuidSet expanded, selected;
+    root->GetExpandedAndSelectedChildren(expanded, selected);
+    EXPECT_EQ((PMTreeNode::GuidSet{ambience->ID()}), expanded);
+    EXPECT_EQ(1u, selected.size());
+}
+
+TEST_F(HostTest, RevealingAnObjectExpandsItsPathAndSelectsIt)
+{
+    Open(kProject);
+    auto root = RootNode(OrbObjectCategories::AudioObjects);
+    ProjectObject* gust = At(L"AudioObjects/Default Work Unit/Ambience/Wind/Gust");
+    root->ExpandAndSelectNode(gust->Id());
+    PMTreeNode* wind = Child(Child(Child(root.get(), L"Default Work Unit"), L"Ambience"), L"Wind");
+    ASSERT_TRUE(wind);
+    EXPECT_TRUE(wind->IsExpanded());
+    EXPECT_TRUE(Child(wind, L"Gust")->IsSelected());
+    EXPECT_FALSE(Child(Child(root.get(), L"Default Work Unit"), L"Music Stingers")->IsExpanded());
+
+    // Restoring stored sets walks only the named paths.
+    auto fresh = RootNode(OrbObjectCategories::AudioObjects);
+    PMTreeNode::GuidSet expanded{At(L"AudioObjects/Default Work Unit")->Id(),
+                                 At(L"AudioObjects/Default Work Unit/Ambience")->Id()};
+    fresh->ExpandAndSelectChildrenNode(expanded, {});
+    PMTreeNode* ambience = Child(Child(fresh.get(), L"Default Work Unit"), L"Ambience");
+    EXPECT_TRUE(ambience->IsExpanded());
+    EXPECT_FALSE(ambience->Children()[0]->IsSelected());
+}
+
+TEST_F(HostTest, CapabilitiesParentsAndInclusionOfNodes)
+{
+    Project& project = Open(kProject);
+    auto root = RootNode(OrbObjectCategories::AudioObjects);
+    PMTreeNode* unit = Child(root.get(), L"Default Work Unit");
+    PMTreeNode* rain = Child(Child(unit, L"Ambience"), L"Rain");
+    EXPECT_TRUE(rain->Capabilities()[N::CanInsertParent]);
+    EXPECT_TRUE(rain->AcceptsParentType(N::RandomContainer));
+    EXPECT_FALSE(rain->AcceptsParentType(N::Event));
+    EXPECT_TRUE(unit->PossibleChildType().count(N::ActorMixer));
+    EXPECT_TRUE(root->IsAllChildren({unit}));
+    EXPECT_FALSE(root->IsAllChildren({unit, rain}));
+
+    GUID created;
+    EXPECT_TRUE(unit->CreateChild(N::BlendContainer, L"Layers", &created));
+    EXPECT_TRUE(project.Find(created));
+
+    rain->SetIncluded(false, false);
+    EXPECT_FALSE(rain->IsExcludedOnCurrentPlatform());
+    PMTreeNode::GuidSet pending{rain->ID(), unit->ID()};
+    root->RefreshPF(pending);
+    EXPECT_TRUE(pending.empty()) << "the refresh removes what it handled";
+    EXPECT_TRUE(rain->IsExcludedOnCurrentPlatform());
+
+    CSmartPtr<IOrbWorkUnit> top;
+    EXPECT_TRUE(ProjectManager::m_pInstance->GetTopWorkUnit(At(L"Events/Default Work Unit/Play_Rain"), top));
+    EXPECT_EQ(OrbObjectCategories::Events, top->GetWorkUnitCategory());
+}
