@@ -54,8 +54,7 @@ void CEdit::TypeText(const std::wstring& text)
 
 void CEdit::PressKey(int vk)
 {
-    std::wstring text = GetWindowText();
-    const int length = static_cast<int>(text.size());
+    const int length = GetWindowTextLength();
     switch (vk)
     {
     case VK_BACK:

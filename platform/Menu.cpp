@@ -221,28 +221,30 @@ BOOL CheckMenuRadioItem(HMENU menu, UINT first, UINT last, UINT check, UINT flag
     return found ? TRUE : FALSE;
 }
 
-UINT EnableMenuItem(HMENU menu, UINT item, UINT enable)
+namespace
+{
+// Replaces the state bits of mask on one item; returns the previous ones, or -1 when absent.
+UINT ReplaceStateFlags(HMENU menu, UINT item, UINT flags, UINT mask)
 {
     size_t index = 0;
-    std::vector<MenuItem>* holder = Locate(menu, item, (enable & MF_BYPOSITION) != 0, index);
+    std::vector<MenuItem>* holder = Locate(menu, item, (flags & MF_BYPOSITION) != 0, index);
     if (!holder)
         return static_cast<UINT>(-1);
     MenuItem& entry = (*holder)[index];
-    const UINT previous = entry.flags & (MF_GRAYED | MF_DISABLED);
-    entry.flags = (entry.flags & ~(MF_GRAYED | MF_DISABLED)) | (enable & (MF_GRAYED | MF_DISABLED));
+    const UINT previous = entry.flags & mask;
+    entry.flags = (entry.flags & ~mask) | (flags & mask);
     return previous;
+}
+} // namespace
+
+UINT EnableMenuItem(HMENU menu, UINT item, UINT enable)
+{
+    return ReplaceStateFlags(menu, item, enable, MF_GRAYED | MF_DISABLED);
 }
 
 UINT CheckMenuItem(HMENU menu, UINT item, UINT check)
 {
-    size_t index = 0;
-    std::vector<MenuItem>* holder = Locate(menu, item, (check & MF_BYPOSITION) != 0, index);
-    if (!holder)
-        return static_cast<UINT>(-1);
-    MenuItem& entry = (*holder)[index];
-    const UINT previous = entry.flags & MF_CHECKED;
-    entry.flags = (entry.flags & ~MF_CHECKED) | (check & MF_CHECKED);
-    return previous;
+    return ReplaceStateFlags(menu, item, check, MF_CHECKED);
 }
 
 CMenu::~CMenu()

@@ -90,7 +90,7 @@ UINT_PTR WindowSystem::SetTimer(HWND hwnd, UINT_PTR id, UINT elapse, TIMERPROC p
         m_timers.push_back(Timer{hwnd, id, period, Now() + period, proc, ++m_timerOrder});
     }
     TimersChanged();
-    return hwnd ? (id ? id : 1) : id;
+    return id ? id : 1;
 }
 
 BOOL WindowSystem::KillTimer(HWND hwnd, UINT_PTR id)

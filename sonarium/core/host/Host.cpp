@@ -4,6 +4,7 @@
 #include "sonarium/core/host/ProjectManagerImpl.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/ModelNotify.h"
+#include "sonarium/core/storage/StorageState.h"
 
 namespace sn
 {
@@ -44,7 +45,7 @@ Host::~Host()
     // those go while the bus still runs, then the project.
     m_clipboard.Clear();
     m_undo.Clear();
-    m_project.reset();
+    DropProject();
     ProjectManager::m_pInstance = nullptr;
     g_serviceProviderInstance = nullptr;
     PreferencesStore::Install(nullptr);
@@ -74,8 +75,15 @@ void Host::CloseProject()
     notify::Project(notify::evPreClose);
     m_clipboard.Clear();
     m_undo.Clear();
-    m_project.reset();
+    DropProject();
     notify::Project(notify::evPostClose);
+}
+
+void Host::DropProject()
+{
+    if (m_project)
+        ForgetStorageState(*m_project);
+    m_project.reset();
 }
 
 void Host::SetPlatform(GUID const& platform)

@@ -62,6 +62,9 @@ public:
     void SetMainWnd(CWnd* wnd) { m_mainWnd = wnd; }
 
 private:
+    // Lets the project go together with what storage remembers of it.
+    void DropProject();
+
     NotifyManager m_notify;
     CProp m_properties;
     UndoManager m_undo;

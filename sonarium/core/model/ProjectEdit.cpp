@@ -243,17 +243,14 @@ bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
     const size_t oldIndex = from->IndexOf(object);
     if (parent == from && index != AtEnd && index > oldIndex)
         --index; // the index was counted with the object still in place
+    // Leaving one parent and joining another undo as one step.
+    AutoComplexUndo step(L"Move", false);
     auto out = std::make_unique<StructureCommand>(from, oldIndex, object, false, true);
     auto in = std::make_unique<StructureCommand>(parent, index, object, true, true);
     out->Redo();
     in->Redo();
-    UndoManager* undo = dynamic_cast<UndoManager*>(IUndoMgr::m_instance);
-    if (undo)
-        undo->BeginGroup(false);
     Record(std::move(out), L"Move");
     Record(std::move(in), L"Move");
-    if (undo)
-        undo->EndGroup(L"Move", false);
     return true;
 }
 

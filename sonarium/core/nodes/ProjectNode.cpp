@@ -205,7 +205,6 @@ void ProjectNode::SyncChildren(bool force, unsigned long flags)
         {
             children.push_back(it->second);
             kept.erase(it);
-            it = kept.end();
             children.back()->Refresh(force, flags);
         }
         else
