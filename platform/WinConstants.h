@@ -88,6 +88,20 @@ constexpr UINT TVGN_LASTVISIBLE = 0x000A;
 constexpr UINT TVE_COLLAPSE = 0x0001;
 constexpr UINT TVE_EXPAND = 0x0002;
 constexpr UINT TVE_TOGGLE = 0x0003;
+// With TVE_COLLAPSE: also delete the child items.
+constexpr UINT TVE_COLLAPSERESET = 0x8000;
+
+// How a selection change came about (NMTREEVIEW::action)
+constexpr UINT TVC_UNKNOWN = 0x0000;
+constexpr UINT TVC_BYMOUSE = 0x0001;
+constexpr UINT TVC_BYKEYBOARD = 0x0002;
+
+// A colour left to the control's default.
+constexpr COLORREF CLR_NONE = 0xFFFFFFFF;
+constexpr COLORREF CLR_DEFAULT = 0xFF000000;
+
+// One notch of a mouse wheel.
+constexpr int WHEEL_DELTA = 120;
 
 // Hit-test results
 constexpr UINT TVHT_NOWHERE = 0x0001;

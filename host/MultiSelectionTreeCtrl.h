@@ -1,0 +1,100 @@
+#pragma once
+// The host's tree control with a multiple selection and one focused item.
+//
+// Every change of an item's selection is reported to the parent with TVN_SELCHANGEDW: the
+// item that lost it as itemOld, the item that gained it as itemNew (one notification carries
+// both when the selection moves from one item to another). Changes made by one user gesture
+// form a batch: SelectionBatchDepth() is above 0 while it is delivered, and the parent gets
+// NotifyBatchSelChangeEnd once after it. User gestures are methods, called by whatever shows
+// the control (a painted view, a script) in client coordinates with MK_ modifier bits.
+
+#include "platform/TreeCtrl.h"
+
+#include <cstdint>
+#include <unordered_set>
+#include <vector>
+
+class MultiSelectionTreeCtrl : public CTreeCtrl
+{
+public:
+    // WM_NOTIFY code sent to the parent when a batch of selection changes ends.
+    static constexpr UINT NotifyBatchSelChangeEnd = 3026;
+
+    MultiSelectionTreeCtrl();
+    ~MultiSelectionTreeCtrl() override;
+
+    // The selection in display order.
+    HTREEITEM GetFirstSelectedItem() const;
+    HTREEITEM GetNextSelectedItem(HTREEITEM item) const;
+    void GetSelectedList(std::vector<HTREEITEM>& items) const;
+    UINT GetSelectedCount() const { return static_cast<UINT>(m_selected.size()); }
+    HTREEITEM GetFocusedItem() const;
+    BOOL IsSelected(HTREEITEM item) const;
+    // Adds the item to the selection, with notification.
+    void SelectItem(HTREEITEM item);
+    void DeselectItem(HTREEITEM item);
+    // Selects every row, or clears the selection, with notifications.
+    void SelectAll(bool select);
+
+    // State bits, set silently: TVIS_FOCUSED moves the focus, TVIS_SELECTED joins or leaves the
+    // selection without notifying anyone (restoring a state is not a change).
+    UINT GetItemState(HTREEITEM item, UINT mask) const override;
+    BOOL SetItemState(HTREEITEM item, UINT state, UINT mask) override;
+
+    int SelectionBatchDepth() const { return m_batchDepth; }
+    // While set, the end of a batch must not lead to an inspection: a drag is under way.
+    bool IsInspectionDeferred() const { return m_inspectionDeferred || m_dragging; }
+    void SetInspectionDeferred(bool deferred) { m_inspectionDeferred = deferred; }
+    // Whether an empty selection should also empty the host's transport.
+    bool IsTransportClearedOnEmptySelection() const { return m_clearTransportOnEmpty; }
+    void SetTransportClearedOnEmptySelection(bool clear) { m_clearTransportOnEmpty = clear; }
+
+    // User gestures.
+    void MouseDown(CPoint point, UINT keys);
+    void MouseUp(CPoint point, UINT keys);
+    void Click(CPoint point, UINT keys);
+    void DoubleClick(CPoint point, UINT keys);
+    void RightClick(CPoint point, UINT keys);
+    void KeyPress(UINT vk, UINT keys);
+    // Typing goes to the label editor when one is open.
+    void TypeText(std::wstring const& text);
+    // Positive: away from the user, scrolling up.
+    void Wheel(int delta);
+    // The mouse moved far enough with a button held down on an item; ends the gesture.
+    bool BeginDrag(CPoint point, bool rightButton);
+
+protected:
+    BOOL SelectCaret(HTREEITEM item) override;
+    void OnItemDeleting(HTREEITEM item) override;
+    void OnItemExpanding(HTREEITEM item, bool expand) override;
+
+private:
+    void SetSelected(HTREEITEM item, bool selected);
+    void NotifySelChanged(HTREEITEM oldItem, HTREEITEM newItem, UINT action);
+    void ChangeSelection(HTREEITEM item, bool select, UINT action);
+    void SelectOnly(HTREEITEM item, UINT action);
+    void SelectRange(HTREEITEM anchor, HTREEITEM item, bool keepOthers, UINT action);
+    void SetFocusItem(HTREEITEM item);
+    void OpenBatch();
+    void CloseBatch();
+    void EndGesture();
+    HTREEITEM NavigationTarget(UINT vk);
+    void PlaceCursor(CPoint point);
+    std::vector<HTREEITEM> const& Ordered() const;
+
+    std::unordered_set<HTREEITEM> m_selected;
+    mutable std::vector<HTREEITEM> m_ordered;
+    mutable bool m_orderDirty = true;
+    mutable uint64_t m_orderRowsVersion = 0;
+    HTREEITEM m_focused = nullptr;
+    HTREEITEM m_anchor = nullptr;
+    // A plain press on an item of a multiple selection keeps it for a drag; the release
+    // then selects that item alone.
+    HTREEITEM m_pendingSingle = nullptr;
+    int m_batchDepth = 0;
+    int m_batchChanges = 0;
+    bool m_gestureOpen = false;
+    bool m_inspectionDeferred = false;
+    bool m_dragging = false;
+    bool m_clearTransportOnEmpty = true;
+};

@@ -1,0 +1,179 @@
+#pragma once
+// A tree-view control: items in a hierarchy, expand and collapse, a viewport of rows with
+// hit-testing, and an in-place label editor. It reports to its parent with the tree-view
+// notifications (WM_NOTIFY) and answers the TVM_ messages.
+//
+// Handles carry a slot and a generation, so a handle of a deleted item never names a new one.
+// The visible rows are kept as a flat list rebuilt on demand, so work grows with what is shown.
+
+#include "platform/Edit.h"
+#include "platform/TreeViewTypes.h"
+#include "platform/Wnd.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+class CTreeCtrl : public CWnd
+{
+public:
+    static constexpr int DefaultItemHeight = 18;
+    static constexpr int DefaultIndent = 19;
+    static constexpr int IconSize = 16;
+    // Space between the icon and the label, and around the label's text.
+    static constexpr int LabelGap = 3;
+    static constexpr int LabelPadding = 3;
+
+    CTreeCtrl();
+    ~CTreeCtrl() override;
+
+    BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
+
+    // Items. A null text makes the item ask QueryItemText each time it is shown.
+    HTREEITEM InsertItem(LPCWSTR text, int image, LPARAM data, HTREEITEM parent = TVI_ROOT,
+                         HTREEITEM after = TVI_LAST);
+    // TVI_ROOT deletes every item.
+    BOOL DeleteItem(HTREEITEM item);
+    BOOL DeleteAllItems() { return DeleteItem(TVI_ROOT); }
+    bool ItemExists(HTREEITEM item) const { return Find(item) != nullptr; }
+    UINT GetCount() const { return m_count; }
+
+    HTREEITEM GetNextItem(HTREEITEM item, UINT code) const;
+    HTREEITEM GetRootItem() const { return GetNextItem(nullptr, TVGN_ROOT); }
+    HTREEITEM GetChildItem(HTREEITEM item) const { return GetNextItem(item, TVGN_CHILD); }
+    HTREEITEM GetNextSiblingItem(HTREEITEM item) const { return GetNextItem(item, TVGN_NEXT); }
+    HTREEITEM GetPrevSiblingItem(HTREEITEM item) const { return GetNextItem(item, TVGN_PREVIOUS); }
+    HTREEITEM GetParentItem(HTREEITEM item) const { return GetNextItem(item, TVGN_PARENT); }
+    HTREEITEM GetFirstVisibleItem() const { return GetNextItem(nullptr, TVGN_FIRSTVISIBLE); }
+    HTREEITEM GetNextVisibleItem(HTREEITEM item) const { return GetNextItem(item, TVGN_NEXTVISIBLE); }
+    HTREEITEM GetPrevVisibleItem(HTREEITEM item) const { return GetNextItem(item, TVGN_PREVIOUSVISIBLE); }
+    HTREEITEM GetLastVisibleItem() const { return GetNextItem(nullptr, TVGN_LASTVISIBLE); }
+
+    // Child items, or the promise of them (the expand button of a lazily filled item).
+    BOOL ItemHasChildren(HTREEITEM item) const;
+    void SetItemHasChildren(HTREEITEM item, bool hasChildren);
+    std::wstring GetItemText(HTREEITEM item) const;
+    BOOL SetItemText(HTREEITEM item, LPCWSTR text);
+    int GetItemImage(HTREEITEM item) const;
+    BOOL SetItemImage(HTREEITEM item, int image);
+    LPARAM GetItemData(HTREEITEM item) const;
+    BOOL SetItemData(HTREEITEM item, LPARAM data);
+    virtual UINT GetItemState(HTREEITEM item, UINT mask) const;
+    virtual BOOL SetItemState(HTREEITEM item, UINT state, UINT mask);
+    // 0 for a top-level item.
+    int GetItemDepth(HTREEITEM item) const;
+    bool IsAncestor(HTREEITEM ancestor, HTREEITEM item) const;
+
+    // Marks the target of a drag (TVIS_DROPHILITED); null clears it.
+    BOOL SelectDropTarget(HTREEITEM item);
+    HTREEITEM GetDropHilightItem() const { return Find(m_dropTarget) ? m_dropTarget : nullptr; }
+
+    // TVE_EXPAND, TVE_COLLAPSE (with TVE_COLLAPSERESET) or TVE_TOGGLE; asks the parent first.
+    BOOL Expand(HTREEITEM item, UINT code);
+
+    // Viewport: rows are the items whose ancestors are all expanded, in display order.
+    int GetItemHeight() const { return m_itemHeight; }
+    void SetItemHeight(int height);
+    int GetIndent() const { return m_indent; }
+    void SetIndent(int indent);
+    // Rows that fit entirely in the client area (at least one).
+    UINT GetVisibleCount() const;
+    int GetRowCount() const;
+    HTREEITEM GetRowItem(int row) const;
+    // -1 when an ancestor is collapsed.
+    int GetItemRow(HTREEITEM item) const;
+    int GetScrollRow() const { return m_scrollRow; }
+    // Changes whenever the rows may have changed.
+    uint64_t RowsVersion() const { return m_rowsVersion; }
+    // Scrolls so that the row is at the top, as far as the rows allow.
+    void ScrollToRow(int row);
+    void ScrollRows(int delta) { ScrollToRow(m_scrollRow + delta); }
+    BOOL SelectSetFirstVisible(HTREEITEM item);
+    // Expands the ancestors and scrolls as little as needed.
+    BOOL EnsureVisible(HTREEITEM item);
+    // The row's rectangle in client coordinates, or only its label's; false when not a row.
+    BOOL GetItemRect(HTREEITEM item, LPRECT rect, BOOL textOnly) const;
+    HTREEITEM HitTest(CPoint point, UINT* flags = nullptr) const;
+    HTREEITEM HitTest(TVHITTESTINFO* info) const;
+    // Pixel width of a label's text; painters install their font's measure.
+    void SetTextMeasure(std::function<int(std::wstring const&)> measure);
+    int MeasureText(std::wstring const& text) const;
+    // Width of the state image in front of the icon; 0 when the control shows none.
+    void SetStateIconWidth(int width);
+
+    COLORREF GetBkColor() const { return m_bkColor; }
+    COLORREF GetTextColor() const { return m_textColor; }
+    bool IsRedrawEnabled() const { return m_redraw; }
+
+    // In-place label editing.
+    CEdit* EditLabel(HTREEITEM item);
+    CEdit* GetEditControl() const { return m_edit.get(); }
+    HTREEITEM GetEditItem() const { return m_editItem; }
+    // Ends the edit as Enter (save) or Escape (cancel) would.
+    BOOL EndEditLabelNow(BOOL cancel);
+
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+protected:
+    // TVM_SELECTITEM with TVGN_CARET: the item becomes the focused and only selected one.
+    virtual BOOL SelectCaret(HTREEITEM item);
+    // The text of an item inserted without one.
+    virtual std::wstring QueryItemText(HTREEITEM item) const { return {}; }
+    // Before an item expands or collapses by any means; derived controls fill or prune here.
+    virtual void OnItemExpanding(HTREEITEM item, bool expand) {}
+    // For each item about to be deleted, children first.
+    virtual void OnItemDeleting(HTREEITEM item) {}
+    // The viewport or the items changed: what a painter shows must be redrawn.
+    void Repaint();
+    // Sends a notification to the parent, filling the header.
+    LRESULT NotifyParent(NMHDR& header, UINT code);
+
+private:
+    friend class TreeLabelEdit;
+    struct Item;
+    static constexpr uint32_t NoIndex = 0xFFFFFFFF;
+
+    Item* Find(HTREEITEM item) const;
+    bool HasOwnText(HTREEITEM item) const;
+    Item& At(uint32_t index) const;
+    HTREEITEM HandleOf(uint32_t index) const;
+    uint32_t Allocate();
+    void Unlink(uint32_t index);
+    void Release(uint32_t index);
+    void DeleteChildren(uint32_t index);
+    void RowsChanged();
+    void BuildRows() const;
+    void ClampScroll();
+    int LabelLeft(int depth) const;
+    void FinishEdit(bool save);
+    LRESULT OnTreeMessage(UINT message, WPARAM wParam, LPARAM lParam, bool& handled);
+
+    mutable std::vector<Item> m_items;
+    std::vector<uint32_t> m_freeSlots;
+    uint32_t m_firstRoot = NoIndex;
+    uint32_t m_lastRoot = NoIndex;
+    UINT m_count = 0;
+
+    mutable std::vector<uint32_t> m_rows;
+    mutable bool m_rowsDirty = false;
+    uint64_t m_rowsVersion = 0;
+    int m_scrollRow = 0;
+    int m_itemHeight = DefaultItemHeight;
+    int m_indent = DefaultIndent;
+    int m_stateIconWidth = 0;
+    std::function<int(std::wstring const&)> m_measure;
+
+    COLORREF m_bkColor = CLR_NONE;
+    COLORREF m_textColor = CLR_NONE;
+    bool m_redraw = true;
+    bool m_repaintPending = false;
+
+    HTREEITEM m_dropTarget = nullptr;
+    std::unique_ptr<CEdit> m_edit;
+    // An editor ended from inside its own message handling lives until the next edit.
+    std::unique_ptr<CEdit> m_retiredEdit;
+    HTREEITEM m_editItem = nullptr;
+    bool m_endingEdit = false;
+};

@@ -1,0 +1,164 @@
+#include "host/PETreeCtrl.h"
+
+#include <utility>
+
+namespace
+{
+// The structural bits of a node refresh: children added and removed.
+constexpr unsigned long k_structureRefresh = 1 | 2;
+} // namespace
+
+PETreeCtrl::PETreeCtrl() = default;
+
+PETreeCtrl::~PETreeCtrl() = default;
+
+PMTreeNode* PETreeCtrl::GetNodeFromItem(HTREEITEM item) const
+{
+    return ItemExists(item) ? reinterpret_cast<PMTreeNode*>(GetItemData(item)) : nullptr;
+}
+
+HTREEITEM PETreeCtrl::InsertOne(PMTreeNode* node, HTREEITEM parent, HTREEITEM after)
+{
+    HTREEITEM item = CTreeCtrl::InsertItem(nullptr, node->GetIconType(), reinterpret_cast<LPARAM>(node), parent, after);
+    if (!item)
+        return nullptr;
+    m_index[node->ID()] = item;
+    SetItemHasChildren(item, node->HasChildren());
+    if (node->IsSelected())
+        SetItemState(item, TVIS_SELECTED, TVIS_SELECTED);
+    return item;
+}
+
+void PETreeCtrl::InsertChildren(HTREEITEM item, PMTreeNode* node)
+{
+    // Breadth of work, not depth of recursion: expanded subtrees can be very deep.
+    std::vector<std::pair<HTREEITEM, PMTreeNode*>> pending{{item, node}};
+    while (!pending.empty())
+    {
+        auto [parentItem, parentNode] = pending.back();
+        pending.pop_back();
+        const bool open = parentNode->IsExpanded() && parentNode->HasChildren();
+        CTreeCtrl::SetItemState(parentItem, open ? TVIS_EXPANDED : 0, TVIS_EXPANDED);
+        if (!open)
+            continue;
+        for (PMTreeNode* child : parentNode->Children())
+            if (HTREEITEM childItem = InsertOne(child, parentItem, TVI_LAST); childItem && child->IsExpanded())
+                pending.emplace_back(childItem, child);
+    }
+}
+
+HTREEITEM PETreeCtrl::InsertItem(PMTreeNode* node, HTREEITEM parent, HTREEITEM after)
+{
+    if (!node)
+        return nullptr;
+    HTREEITEM item = InsertOne(node, parent, after);
+    if (item)
+        InsertChildren(item, node);
+    return item;
+}
+
+void PETreeCtrl::DeleteChildItems(HTREEITEM item)
+{
+    while (HTREEITEM child = GetChildItem(item))
+        DeleteItem(child);
+}
+
+void PETreeCtrl::RefreshItem(HTREEITEM item)
+{
+    PMTreeNode* node = GetNodeFromItem(item);
+    if (!node)
+        return;
+    DeleteChildItems(item);
+    SetItemHasChildren(item, node->HasChildren());
+    SetItemImage(item, node->GetIconType());
+    InsertChildren(item, node);
+}
+
+HTREEITEM PETreeCtrl::GetItemWithGUID(GUID const& id, HTREEITEM start) const
+{
+    auto found = m_index.find(id);
+    if (found == m_index.end() || !ItemExists(found->second))
+        return nullptr;
+    HTREEITEM item = found->second;
+    if (start && start != TVI_ROOT && start != item && !IsAncestor(start, item))
+        return nullptr;
+    return item;
+}
+
+BOOL PETreeCtrl::EnsureVisible(HTREEITEM& item)
+{
+    PMTreeNode* node = GetNodeFromItem(item);
+    if (!node)
+        return MultiSelectionTreeCtrl::EnsureVisible(item);
+    const GUID id = node->ID();
+    const BOOL shown = MultiSelectionTreeCtrl::EnsureVisible(item);
+    // Expanding an ancestor re-reads its children and may remake the item.
+    if (!ItemExists(item))
+    {
+        item = GetItemWithGUID(id, TVI_ROOT);
+        return item ? MultiSelectionTreeCtrl::EnsureVisible(item) : FALSE;
+    }
+    return shown;
+}
+
+void PETreeCtrl::SetAllItemImage()
+{
+    for (HTREEITEM root = GetRootItem(); root; root = GetNextSiblingItem(root))
+    {
+        std::vector<HTREEITEM> pending{root};
+        while (!pending.empty())
+        {
+            HTREEITEM item = pending.back();
+            pending.pop_back();
+            UpdateIcon(item);
+            for (HTREEITEM child = GetChildItem(item); child; child = GetNextSiblingItem(child))
+                pending.push_back(child);
+        }
+    }
+    Repaint();
+}
+
+void PETreeCtrl::UpdateIcon(HTREEITEM item)
+{
+    if (PMTreeNode* node = GetNodeFromItem(item))
+        SetItemImage(item, node->GetIconType());
+}
+
+void PETreeCtrl::ClearOverlayIcons()
+{
+    ++m_overlayClears;
+    Repaint();
+}
+
+std::wstring PETreeCtrl::QueryItemText(HTREEITEM item) const
+{
+    PMTreeNode* node = GetNodeFromItem(item);
+    return node ? std::wstring(node->GetDisplayName().c_str()) : std::wstring();
+}
+
+void PETreeCtrl::OnItemExpanding(HTREEITEM item, bool expand)
+{
+    MultiSelectionTreeCtrl::OnItemExpanding(item, expand);
+    PMTreeNode* node = GetNodeFromItem(item);
+    if (!node)
+        return;
+    DeleteChildItems(item);
+    node->IsExpanded(expand);
+    if (!expand)
+        return;
+    node->Refresh(true, k_structureRefresh);
+    SetItemHasChildren(item, node->HasChildren());
+    for (PMTreeNode* child : node->Children())
+        if (HTREEITEM childItem = InsertOne(child, item, TVI_LAST))
+            InsertChildren(childItem, child);
+}
+
+void PETreeCtrl::OnItemDeleting(HTREEITEM item)
+{
+    // Nodes may already be gone when their items are deleted (a refresh replaces nodes, then
+    // the items): entries are never read through the node, and stale ones fail the handle
+    // check. The index is emptied with the tree.
+    if (GetCount() <= 1)
+        m_index.clear();
+    MultiSelectionTreeCtrl::OnItemDeleting(item);
+}

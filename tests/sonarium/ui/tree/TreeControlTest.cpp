@@ -1,0 +1,210 @@
+// The tree control's items, viewport, hit-testing and label editor.
+
+#include "TreeFixture.h"
+
+#include "sonarium/core/model/ProjectEdit.h"
+
+namespace
+{
+const wchar_t* kProject = LR"(
+platform Linux
+AudioObjects
+  Default Work Unit : WorkUnit
+    Ambience : ActorMixer
+      Rain : SoundSFX
+      Wind : RandomContainer
+        Gust : SoundSFX
+        Breeze : SoundSFX
+    Weapons : ActorMixer
+      Pistol : SoundSFX
+      Rifle : SoundSFX
+      Shotgun : SoundSFX
+      Grenade : SoundSFX
+      Launcher : SoundSFX
+      Knife : SoundSFX
+      Bow : SoundSFX
+      Crossbow : SoundSFX
+)";
+const std::wstring kUnit = L"AudioObjects/Default Work Unit";
+} // namespace
+
+TEST_F(TreeTest, HitTestNamesEachRegionOfARow)
+{
+    Open(kProject);
+    HTREEITEM root = InsertRoot(OrbObjectCategories::AudioObjects);
+    m_tree.SetStateIconWidth(10);
+    HTREEITEM unit = Item(kUnit);
+    ASSERT_EQ(1, m_tree.GetItemDepth(unit));
+    PETreeRow row = m_tree.GetRow(unit);
+    const int y = (row.row.top + row.row.bottom) / 2;
+    auto flagsAt = [&](int x, int atY) {
+        UINT flags = 0;
+        m_tree.HitTest(CPoint(x, atY), &flags);
+        return flags;
+    };
+    EXPECT_EQ(TVHT_ONITEMINDENT, flagsAt(2, y));
+    EXPECT_EQ(TVHT_ONITEMBUTTON, flagsAt(row.button.left + 2, y));
+    EXPECT_EQ(TVHT_ONITEMSTATEICON, flagsAt(row.button.right + 2, y));
+    EXPECT_EQ(TVHT_ONITEMICON, flagsAt(row.icon.left + 2, y));
+    EXPECT_EQ(TVHT_ONITEMLABEL, flagsAt(row.label.left + 2, y));
+    EXPECT_EQ(TVHT_ONITEMRIGHT, flagsAt(row.label.right + 5, y));
+    EXPECT_EQ(TVHT_NOWHERE, flagsAt(50, 5 * CTreeCtrl::DefaultItemHeight));
+    EXPECT_EQ(TVHT_TORIGHT, flagsAt(Width + 1, y));
+    EXPECT_EQ(TVHT_ABOVE, flagsAt(10, -1));
+    EXPECT_EQ(TVHT_BELOW, flagsAt(10, Rows * CTreeCtrl::DefaultItemHeight));
+
+    // A leaf has no button: its button column is indent.
+    m_tree.Click(ButtonOf(unit), 0);
+    m_tree.Click(ButtonOf(Item(kUnit + L"/Ambience")), 0);
+    HTREEITEM rain = Item(kUnit + L"/Ambience/Rain");
+    PETreeRow leaf = m_tree.GetRow(rain);
+    EXPECT_EQ(TVHT_ONITEMINDENT, flagsAt(leaf.button.left + 2, (leaf.row.top + leaf.row.bottom) / 2));
+
+    // The same through the message, as the module asks.
+    TVHITTESTINFO info;
+    info.pt = CPoint(leaf.label.left + 1, leaf.row.top + 1);
+    EXPECT_EQ(reinterpret_cast<LRESULT>(rain), m_tree.SendMessage(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&info)));
+    EXPECT_EQ(TVHT_ONITEMLABEL, info.flags);
+    EXPECT_TRUE(root);
+}
+
+TEST_F(TreeTest, ItemsFollowExpansionAndARebuildRestoresMarksAndTheTopRow)
+{
+    Open(kProject);
+    InsertRoot(OrbObjectCategories::AudioObjects);
+    EXPECT_EQ(2, m_tree.GetRowCount()) << "the root starts open, the work unit closed";
+    EXPECT_FALSE(Item(kUnit + L"/Ambience")) << "no items below a collapsed node";
+
+    m_tree.SendMessage(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(Item(kUnit)));
+    m_tree.Click(ButtonOf(Item(kUnit + L"/Weapons")), 0);
+    m_tree.Click(LabelOf(Item(kUnit + L"/Weapons/Rifle")), 0);
+    EXPECT_EQ(12, m_tree.GetRowCount());
+
+    // Collapsing drops the items; the nodes keep the marks.
+    m_tree.Click(ButtonOf(Item(kUnit + L"/Weapons")), 0);
+    EXPECT_FALSE(Item(kUnit + L"/Weapons/Rifle"));
+    EXPECT_EQ(Item(kUnit + L"/Weapons"), m_tree.GetFocusedItem()) << "the focus leaves the hidden row";
+    m_tree.Click(ButtonOf(Item(kUnit + L"/Weapons")), 0);
+    EXPECT_TRUE(m_tree.IsSelected(Item(kUnit + L"/Weapons/Rifle")));
+
+    // A new child appears when the collapsed parent is opened again: expanding refreshes.
+    m_tree.Click(ButtonOf(Item(kUnit + L"/Ambience")), 0);
+    sn::ProjectEdit::Create(At(kUnit + L"/Weapons"), PMTreeNode::SoundSFX, L"Whip", 0);
+    m_tree.Click(ButtonOf(Item(kUnit + L"/Weapons")), 0);
+    m_tree.Click(ButtonOf(Item(kUnit + L"/Weapons")), 0);
+    EXPECT_TRUE(Item(kUnit + L"/Weapons/Whip"));
+
+    // Scroll, rebuild from scratch, restore the top row by GUID.
+    m_tree.ScrollToRow(4);
+    HTREEITEM top = reinterpret_cast<HTREEITEM>(m_tree.SendMessage(TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0));
+    const GUID topId = m_tree.GetNodeFromItem(top)->ID();
+    const UINT topState = m_tree.GetItemState(top, 3);
+    m_tree.SendMessage(WM_SETREDRAW, FALSE, 0);
+    const int paints = m_tree.GetInvalidationCount();
+    m_tree.SendMessage(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    EXPECT_EQ(0u, m_tree.GetCount());
+    EXPECT_FALSE(m_tree.IsItemValid(top));
+    EXPECT_FALSE(m_tree.GetItemWithGUID(topId, TVI_ROOT));
+    m_tree.InsertItem(m_roots[0].get(), TVI_ROOT, TVI_LAST);
+    EXPECT_EQ(paints, m_tree.GetInvalidationCount()) << "nothing is drawn while redraw is off";
+    HTREEITEM again = m_tree.GetItemWithGUID(topId, TVI_ROOT);
+    ASSERT_TRUE(again);
+    EXPECT_NE(top, again) << "handles are never reused";
+    m_tree.SendMessage(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(again));
+    m_tree.SendMessage(WM_SETREDRAW, TRUE, 0);
+    EXPECT_GT(m_tree.GetInvalidationCount(), paints);
+    EXPECT_EQ(again, m_tree.GetFirstVisibleItem());
+    EXPECT_EQ(topState, m_tree.GetItemState(again, 3));
+    EXPECT_TRUE(m_tree.IsSelected(Item(kUnit + L"/Weapons/Rifle"))) << "selection restored from the marks";
+
+    // Look-ups below a start item, and after a single delete.
+    HTREEITEM weapons = Item(kUnit + L"/Weapons");
+    HTREEITEM ambience = Item(kUnit + L"/Ambience");
+    EXPECT_TRUE(m_tree.GetItemWithGUID(*At(kUnit + L"/Weapons/Bow")->GetGUID(), weapons));
+    EXPECT_FALSE(m_tree.GetItemWithGUID(*At(kUnit + L"/Weapons/Bow")->GetGUID(), ambience));
+    HTREEITEM bow = Item(kUnit + L"/Weapons/Bow");
+    m_tree.DeleteItem(bow);
+    EXPECT_FALSE(m_tree.IsItemValid(bow));
+    EXPECT_FALSE(Item(kUnit + L"/Weapons/Bow"));
+    EXPECT_EQ(L"", m_tree.GetItemText(bow));
+}
+
+TEST_F(TreeTest, EnsureVisibleOpensCollapsedAncestorsAndScrollsMinimally)
+{
+    // A plain tree-view keeps items under collapsed parents.
+    Open(kProject);
+    HTREEITEM top = m_tree.InsertItem(L"Top", 0, 0);
+    std::vector<HTREEITEM> chain{top};
+    for (int depth = 0; depth < 4; ++depth)
+        chain.push_back(m_tree.InsertItem(L"Level", 0, 0, chain.back()));
+    for (int i = 0; i < 30; ++i)
+        m_tree.InsertItem(L"Filler", 0, 0, TVI_ROOT);
+    HTREEITEM deep = m_tree.InsertItem(L"Deep", 0, 0, chain.back());
+    EXPECT_EQ(31, m_tree.GetRowCount());
+    EXPECT_EQ(-1, m_tree.GetItemRow(deep));
+
+    m_tree.ScrollToRow(20);
+    m_parent.notes.clear();
+    ASSERT_TRUE(m_tree.EnsureVisible(deep));
+    EXPECT_EQ(5u, m_parent.Count(TVN_ITEMEXPANDINGW));
+    EXPECT_EQ(5, m_tree.GetItemRow(deep));
+    EXPECT_EQ(5, m_tree.GetScrollRow()) << "scrolled up just enough";
+    m_tree.ScrollToRow(0);
+    HTREEITEM last = m_tree.GetLastVisibleItem();
+    m_tree.EnsureVisible(last);
+    EXPECT_EQ(m_tree.GetRowCount() - Rows, m_tree.GetScrollRow()) << "scrolled down to show it on the last row";
+    m_tree.Wheel(WHEEL_DELTA);
+    EXPECT_EQ(m_tree.GetRowCount() - Rows - 3, m_tree.GetScrollRow());
+    m_tree.ScrollToRow(1000);
+    EXPECT_EQ(m_tree.GetRowCount() - Rows, m_tree.GetScrollRow()) << "never scrolled past the last page";
+
+    // An expansion the parent refuses does not happen.
+    m_parent.answers[TVN_ITEMEXPANDINGW] = 1;
+    m_tree.Expand(top, TVE_COLLAPSE);
+    EXPECT_TRUE(m_tree.GetItemState(top, TVIS_EXPANDED));
+}
+
+TEST_F(TreeTest, LabelEditorBeginsEndsCancelsAndCanBeRefused)
+{
+    Open(kProject);
+    InsertRoot(OrbObjectCategories::AudioObjects);
+    HTREEITEM unit = Item(kUnit);
+
+    m_parent.answers[TVN_BEGINLABELEDITW] = 1;
+    EXPECT_EQ(0, m_tree.SendMessage(TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(unit)));
+    EXPECT_EQ(0, m_tree.SendMessage(TVM_GETEDITCONTROL));
+    m_parent.answers[TVN_BEGINLABELEDITW] = 0;
+
+    auto edit = reinterpret_cast<HWND>(m_tree.SendMessage(TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(unit)));
+    ASSERT_TRUE(edit);
+    EXPECT_EQ(reinterpret_cast<LRESULT>(edit), m_tree.SendMessage(TVM_GETEDITCONTROL));
+    EXPECT_EQ(edit, ::GetFocus());
+    EXPECT_TRUE(m_tree.GetRow(unit).editing);
+    m_tree.TypeText(L"Footsteps");
+    m_parent.notes.clear();
+    m_tree.KeyPress(VK_RETURN, 0);
+    ASSERT_EQ(1u, m_parent.Count(TVN_ENDLABELEDITW));
+    EXPECT_TRUE(m_parent.notes[0].hasText);
+    EXPECT_EQ(L"Footsteps", m_parent.notes[0].text);
+    EXPECT_EQ(0, m_tree.SendMessage(TVM_GETEDITCONTROL));
+    EXPECT_EQ(m_tree.GetSafeHwnd(), ::GetFocus());
+    EXPECT_NE(L"Footsteps", m_tree.GetItemText(unit)) << "the label comes from the node, not the editor";
+
+    // Escape ends with no text; the loss of the focus ends with the text.
+    m_tree.SendMessage(TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(unit));
+    m_parent.notes.clear();
+    m_tree.KeyPress(VK_ESCAPE, 0);
+    ASSERT_EQ(1u, m_parent.Count(TVN_ENDLABELEDITW));
+    EXPECT_FALSE(m_parent.notes[0].hasText);
+    m_tree.SendMessage(TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(unit));
+    m_parent.notes.clear();
+    m_parent.SetFocus();
+    ASSERT_EQ(1u, m_parent.Count(TVN_ENDLABELEDITW));
+    EXPECT_TRUE(m_parent.notes[0].hasText);
+    EXPECT_EQ(0, m_tree.SendMessage(TVM_GETEDITCONTROL));
+
+    // Deleting the edited item takes the editor with it.
+    m_tree.SendMessage(TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(unit));
+    m_tree.SendMessage(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    EXPECT_EQ(0, m_tree.SendMessage(TVM_GETEDITCONTROL));
+}
