@@ -43,7 +43,7 @@ std::vector<CWinApp*>& Apps()
 }
 } // namespace
 
-CWinApp::CWinApp(LPCWSTR appName) : m_pszAppName(appName)
+CWinApp::CWinApp(LPCWSTR appName) : m_pszAppName(appName), m_hInstance(reinterpret_cast<HINSTANCE>(this))
 {
     Apps().push_back(this);
 }

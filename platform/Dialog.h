@@ -55,4 +55,6 @@ public:
     static const std::vector<CWinApp*>& Instances();
 
     LPCWSTR m_pszAppName;
+    // Names the module the application object belongs to.
+    HINSTANCE m_hInstance;
 };

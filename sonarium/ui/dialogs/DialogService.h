@@ -1,0 +1,114 @@
+#pragma once
+// The one way the host's dialogs reach the user. Every modal dialog of the host is a request
+// to the current dialog service: the desktop application installs one that shows real
+// dialogs, tests and scripts one that answers from a queue (ScriptedDialogService). With no
+// service installed nothing is shown and every dialog answers as if cancelled.
+
+#include "host/FileDialog.h"
+#include "host/PMTreeNode.h"
+#include "host/UnloadDirtyWorkUnitsDlg.h"
+#include "platform/WinTypes.h"
+
+#include <string>
+#include <vector>
+
+namespace sn
+{
+enum class DialogKind
+{
+    MessageBox,
+    NewWorkUnit,
+    UnloadDirty,
+    File,
+};
+
+struct MessageBoxRequest
+{
+    HWND owner = nullptr;
+    std::wstring caption;
+    std::wstring text;
+    // MB_ buttons and icon, with the host's own bits as given.
+    UINT style = 0;
+    // Not empty when the box offers "Don't ask me again": its answer can then be remembered.
+    std::wstring dontAskAgainKey;
+    std::wstring checkBoxText;
+};
+
+struct MessageBoxAnswer
+{
+    int button = 0;
+    // The "Don't ask me again" box was ticked.
+    bool dontAskAgain = false;
+};
+
+struct NewWorkUnitRequest
+{
+    PMTreeNode::NodeType type = PMTreeNode::None;
+    std::wstring folder;
+    std::wstring proposedName;
+};
+
+struct NewWorkUnitAnswer
+{
+    bool ok = false;
+    std::wstring name;
+};
+
+struct UnloadDirtyRequest
+{
+    std::vector<std::wstring> paths;
+};
+
+struct UnloadDirtyAnswer
+{
+    UnloadDirtyWorkUnitsDlg::Decision decision = UnloadDirtyWorkUnitsDlg::Decision_Cancel;
+};
+
+struct FileRequest
+{
+    CxFileDialog::FileDialogOperation operation = CxFileDialog::FileDialogOperation_Open;
+    std::wstring caption;
+    // "Description|*.a;*.b|Other|*.c||"
+    std::wstring filter;
+    std::wstring defaultExtension;
+    std::wstring proposedName;
+    // CFileDialog::Flag_ values.
+    unsigned long flags = 0;
+};
+
+struct FileAnswer
+{
+    bool ok = false;
+    std::vector<std::wstring> paths;
+};
+
+class IDialogService
+{
+public:
+    virtual ~IDialogService() = default;
+
+    virtual MessageBoxAnswer ShowMessageBox(const MessageBoxRequest& request) = 0;
+    virtual NewWorkUnitAnswer ShowNewWorkUnit(const NewWorkUnitRequest& request) = 0;
+    virtual UnloadDirtyAnswer ShowUnloadDirty(const UnloadDirtyRequest& request) = 0;
+    virtual FileAnswer ShowFileDialog(const FileRequest& request) = 0;
+};
+
+// The service the host's dialogs use now, or null.
+IDialogService* CurrentDialogService();
+// Makes service the current one (null uninstalls) and returns the one it replaces. The caller
+// keeps ownership.
+IDialogService* InstallDialogService(IDialogService* service);
+
+// Installs a service for the guard's lifetime, then puts the previous one back.
+class ScopedDialogService
+{
+public:
+    explicit ScopedDialogService(IDialogService* service) : m_previous(InstallDialogService(service)) {}
+    ~ScopedDialogService() { InstallDialogService(m_previous); }
+    ScopedDialogService(const ScopedDialogService&) = delete;
+    ScopedDialogService& operator=(const ScopedDialogService&) = delete;
+
+private:
+    IDialogService* m_previous;
+};
+} // namespace sn

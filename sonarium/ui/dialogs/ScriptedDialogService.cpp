@@ -1,0 +1,294 @@
+#include "sonarium/ui/dialogs/ScriptedDialogService.h"
+
+#include "sonarium/ui/dialogs/MessageBoxButtons.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace sn
+{
+namespace
+{
+std::wstring Quote(const std::wstring& text)
+{
+    std::wstring out = L"\"";
+    for (wchar_t c : text)
+    {
+        switch (c)
+        {
+        case L'"':
+            out += L"\\\"";
+            break;
+        case L'\\':
+            out += L"\\\\";
+            break;
+        case L'\r':
+            out += L"\\r";
+            break;
+        case L'\n':
+            out += L"\\n";
+            break;
+        case L'\t':
+            out += L"\\t";
+            break;
+        default:
+            out += c;
+        }
+    }
+    return out + L"\"";
+}
+
+std::wstring QuoteList(const std::vector<std::wstring>& items)
+{
+    std::wstring out = L"[";
+    for (size_t i = 0; i < items.size(); ++i)
+        out += (i ? L", " : L"") + Quote(items[i]);
+    return out + L"]";
+}
+
+std::wstring Hex(unsigned long value, int digits)
+{
+    wchar_t buffer[24];
+    std::swprintf(buffer, std::size(buffer), L"0x%0*lX", digits, value);
+    return buffer;
+}
+
+const wchar_t* KindName(size_t kind)
+{
+    switch (static_cast<DialogKind>(kind))
+    {
+    case DialogKind::MessageBox:
+        return L"message";
+    case DialogKind::NewWorkUnit:
+        return L"new-work-unit";
+    case DialogKind::UnloadDirty:
+        return L"unload-dirty";
+    case DialogKind::File:
+        return L"file";
+    }
+    return L"?";
+}
+
+const wchar_t* OperationName(CxFileDialog::FileDialogOperation operation)
+{
+    switch (operation)
+    {
+    case CxFileDialog::FileDialogOperation_Save:
+        return L"save";
+    case CxFileDialog::FileDialogOperation_Open:
+        return L"open";
+    case CxFileDialog::FileDialogOperation_SelectFolder:
+        return L"select-folder";
+    }
+    return L"?";
+}
+
+DialogRecord MakeRecord(DialogKind kind, const std::wstring& caption = {}, const std::wstring& text = {},
+                        UINT style = 0)
+{
+    DialogRecord record;
+    record.kind = kind;
+    record.caption = caption;
+    record.text = text;
+    record.style = style;
+    return record;
+}
+
+std::wstring DecisionName(UnloadDirtyWorkUnitsDlg::Decision decision)
+{
+    switch (decision)
+    {
+    case UnloadDirtyWorkUnitsDlg::Decision_Save:
+        return L"Save";
+    case UnloadDirtyWorkUnitsDlg::Decision_Cancel:
+        return L"Cancel";
+    case UnloadDirtyWorkUnitsDlg::Decision_Discard:
+        return L"Discard";
+    }
+    return L"#" + std::to_wstring(static_cast<int>(decision));
+}
+} // namespace
+
+void ScriptedDialogService::AnswerMessageBox(int button, bool dontAskAgain)
+{
+    Queue(MessageBoxAnswer{button, dontAskAgain});
+}
+
+void ScriptedDialogService::AnswerNewWorkUnit(std::wstring name)
+{
+    Queue(NewWorkUnitAnswer{true, std::move(name)});
+}
+
+void ScriptedDialogService::CancelNewWorkUnit()
+{
+    Queue(NewWorkUnitAnswer{false, {}});
+}
+
+void ScriptedDialogService::AnswerUnloadDirty(UnloadDirtyWorkUnitsDlg::Decision decision)
+{
+    Queue(UnloadDirtyAnswer{decision});
+}
+
+void ScriptedDialogService::AnswerFile(std::vector<std::wstring> paths)
+{
+    Queue(FileAnswer{true, std::move(paths)});
+}
+
+void ScriptedDialogService::CancelFile()
+{
+    Queue(FileAnswer{false, {}});
+}
+
+template <typename Answer> const Answer* ScriptedDialogService::Peek(std::wstring& reason) const
+{
+    if (m_answers.empty())
+    {
+        reason = L"no answer queued";
+        return nullptr;
+    }
+    if (const auto* answer = std::get_if<Answer>(&m_answers.front()))
+        return answer;
+    reason = L"the next answer is for a " + std::wstring(KindName(m_answers.front().index())) + L" dialog";
+    return nullptr;
+}
+
+MessageBoxAnswer ScriptedDialogService::ShowMessageBox(const MessageBoxRequest& request)
+{
+    std::wstring line = L"message caption=" + Quote(request.caption) + L" text=" + Quote(request.text) +
+                        L" style=" + Hex(request.style, 8);
+    if (!request.dontAskAgainKey.empty())
+        line += L" dont-ask-again=" + Quote(request.dontAskAgainKey);
+    const DialogRecord record =
+        MakeRecord(DialogKind::MessageBox, request.caption, request.text, request.style);
+
+    std::wstring reason;
+    const MessageBoxAnswer* queued = Peek<MessageBoxAnswer>(reason);
+    if (!queued)
+    {
+        RecordUnanswered(record, line, reason);
+        return MessageBoxAnswer{MessageBoxButtons::Dismissed(request.style), false};
+    }
+    const MessageBoxAnswer answer = *queued;
+    m_answers.pop_front();
+    if (!MessageBoxButtons::Offers(request.style, answer.button))
+        reason = MessageBoxButtons::Name(answer.button) + L" is not a button of this box";
+    else if (answer.dontAskAgain && request.dontAskAgainKey.empty())
+        reason = L"the box has no \"Don't ask me again\" to tick";
+    if (!reason.empty())
+    {
+        RecordUnanswered(record, line, reason);
+        return MessageBoxAnswer{MessageBoxButtons::Dismissed(request.style), false};
+    }
+    Record(record, line, MessageBoxButtons::Name(answer.button) + (answer.dontAskAgain ? L" ticked" : L""));
+    return answer;
+}
+
+NewWorkUnitAnswer ScriptedDialogService::ShowNewWorkUnit(const NewWorkUnitRequest& request)
+{
+    const std::wstring line = L"new-work-unit type=" + std::to_wstring(static_cast<int>(request.type)) +
+                              L" " + Quote(PMTreeNode::GetNodeTypeName(request.type)) + L" folder=" +
+                              Quote(request.folder) + L" name=" + Quote(request.proposedName);
+    const DialogRecord record = MakeRecord(DialogKind::NewWorkUnit);
+
+    std::wstring reason;
+    const NewWorkUnitAnswer* queued = Peek<NewWorkUnitAnswer>(reason);
+    if (!queued)
+    {
+        RecordUnanswered(record, line, reason);
+        return NewWorkUnitAnswer{};
+    }
+    const NewWorkUnitAnswer answer = *queued;
+    m_answers.pop_front();
+    Record(record, line, answer.ok ? L"OK name=" + Quote(answer.name) : L"Cancel");
+    return answer;
+}
+
+UnloadDirtyAnswer ScriptedDialogService::ShowUnloadDirty(const UnloadDirtyRequest& request)
+{
+    const std::wstring line = L"unload-dirty paths=" + QuoteList(request.paths);
+    const DialogRecord record = MakeRecord(DialogKind::UnloadDirty);
+
+    std::wstring reason;
+    const UnloadDirtyAnswer* queued = Peek<UnloadDirtyAnswer>(reason);
+    if (!queued)
+    {
+        RecordUnanswered(record, line, reason);
+        return UnloadDirtyAnswer{};
+    }
+    const UnloadDirtyAnswer answer = *queued;
+    m_answers.pop_front();
+    Record(record, line, DecisionName(answer.decision));
+    return answer;
+}
+
+FileAnswer ScriptedDialogService::ShowFileDialog(const FileRequest& request)
+{
+    const std::wstring line = L"file " + std::wstring(OperationName(request.operation)) + L" caption=" +
+                              Quote(request.caption) + L" filter=" + Quote(request.filter) + L" extension=" +
+                              Quote(request.defaultExtension) + L" name=" + Quote(request.proposedName) +
+                              L" flags=" + Hex(request.flags, 1);
+    const DialogRecord record = MakeRecord(DialogKind::File, request.caption);
+
+    std::wstring reason;
+    const FileAnswer* queued = Peek<FileAnswer>(reason);
+    if (!queued)
+    {
+        RecordUnanswered(record, line, reason);
+        return FileAnswer{};
+    }
+    const FileAnswer answer = *queued;
+    m_answers.pop_front();
+    const bool anyEmpty = std::any_of(answer.paths.begin(), answer.paths.end(),
+                                      [](const std::wstring& p) { return p.empty(); });
+    if (answer.ok && (answer.paths.empty() || anyEmpty))
+        reason = L"OK needs a path, and no empty one";
+    else if (answer.ok && answer.paths.size() > 1 && !(request.flags & CFileDialog::Flag_AllowMultiSelect))
+        reason = L"the dialog takes one path, the answer has " + std::to_wstring(answer.paths.size());
+    if (!reason.empty())
+    {
+        RecordUnanswered(record, line, reason);
+        return FileAnswer{};
+    }
+    Record(record, line, answer.ok ? L"OK paths=" + QuoteList(answer.paths) : L"Cancel");
+    return answer;
+}
+
+void ScriptedDialogService::Record(DialogRecord record, const std::wstring& request,
+                                   const std::wstring& answer)
+{
+    record.answered = true;
+    record.line = request + L" -> " + answer;
+    m_records.push_back(std::move(record));
+}
+
+void ScriptedDialogService::RecordUnanswered(DialogRecord record, const std::wstring& request,
+                                             const std::wstring& reason)
+{
+    const std::wstring dismissed = record.kind == DialogKind::MessageBox
+                                       ? MessageBoxButtons::Name(MessageBoxButtons::Dismissed(record.style))
+                                       : L"Cancel";
+    record.answered = false;
+    record.line = request + L" -> UNANSWERED (" + reason + L"), " + dismissed;
+    m_records.push_back(std::move(record));
+}
+
+size_t ScriptedDialogService::UnansweredCount() const
+{
+    return static_cast<size_t>(
+        std::count_if(m_records.begin(), m_records.end(), [](const DialogRecord& r) { return !r.answered; }));
+}
+
+std::wstring ScriptedDialogService::Transcript() const
+{
+    std::wstring out;
+    for (const DialogRecord& record : m_records)
+        out += record.line + L"\n";
+    return out;
+}
+
+void ScriptedDialogService::Clear()
+{
+    m_answers.clear();
+    m_records.clear();
+}
+} // namespace sn
