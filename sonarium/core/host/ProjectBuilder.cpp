@@ -27,13 +27,90 @@ bool Fail(std::wstring* error, int line, const std::wstring& what)
     return false;
 }
 
-bool ParseLine(Project& project, const std::wstring& raw, int number, std::vector<std::pair<size_t, ProjectObject*>>& stack,
-               std::wstring* error)
+// A property whose value names an object that may come later in the text.
+struct Reference
 {
-    const std::wstring text = Trim(raw);
+    ProjectObject* object;
+    std::string key;
+    std::wstring path;
+    int line;
+};
+
+struct Parser
+{
+    Project& project;
+    std::mt19937_64* ids;
+    std::wstring* error;
+    std::vector<std::pair<size_t, ProjectObject*>> stack;
+    std::vector<Reference> references;
+
+    GUID NextId() { return ids ? NewGuid(*ids) : NewGuid(); }
+};
+
+bool ApplyAttribute(Parser& parser, ProjectObject* object, const std::wstring& attribute, int number)
+{
+    const size_t equals = attribute.find(L'=');
+    if (equals == std::wstring::npos || equals == 0)
+        return Fail(parser.error, number,
+                    L"expected \"key=value\" after \"|\", found \"" + attribute + L"\"");
+    const std::wstring key = Trim(attribute.substr(0, equals));
+    const std::wstring value = Trim(attribute.substr(equals + 1));
+    if (value.empty())
+        return Fail(parser.error, number, L"attribute \"" + key + L"\" has no value");
+    if (key == L"color")
+    {
+        if (value.find_first_not_of(L"0123456789") != std::wstring::npos || value.size() > 9)
+            return Fail(parser.error, number, L"a colour is a number from 0, not \"" + value + L"\"");
+        object->RawSetColor(std::stoi(value));
+        return true;
+    }
+    if (key == L"exclude")
+    {
+        for (const Platform& platform : parser.project.Platforms())
+            if (platform.name == value)
+            {
+                object->RawSetInclusionLinked(false);
+                object->RawSetIncluded(platform.id, false);
+                return true;
+            }
+        return Fail(parser.error, number, L"no platform \"" + value + L"\" declared above");
+    }
+    if (value[0] == L'@')
+        parser.references.push_back({object, Utf8::FromWide(key), value.substr(1), number});
+    else
+        object->RawSetProperty(Utf8::FromWide(key), value);
+    return true;
+}
+
+bool ResolveReferences(Parser& parser)
+{
+    for (const Reference& reference : parser.references)
+    {
+        const ProjectObject* target = FindByPath(parser.project, reference.path);
+        if (!target)
+            return Fail(parser.error, reference.line, L"no object at \"" + reference.path + L"\"");
+        reference.object->RawSetProperty(reference.key, Utf8::ToWide(GuidText::ToString(target->Id())));
+    }
+    return true;
+}
+
+bool ParseLine(Parser& parser, const std::wstring& raw, int number)
+{
+    Project& project = parser.project;
+    std::wstring* error = parser.error;
+    auto& stack = parser.stack;
+    std::vector<std::wstring> attributes;
+    std::wistringstream fields(raw);
+    std::wstring declaration;
+    std::getline(fields, declaration, L'|');
+    for (std::wstring attribute; std::getline(fields, attribute, L'|');)
+        attributes.push_back(Trim(attribute));
+    const std::wstring text = Trim(declaration);
     if (text.empty() || text[0] == L'#')
         return true;
-    const size_t indent = raw.find_first_not_of(L" \t");
+    const size_t indent = declaration.find_first_not_of(L" \t");
+    if (!attributes.empty() && indent == 0)
+        return Fail(error, number, L"only objects take attributes");
     std::wistringstream words(text);
     std::wstring first;
     words >> first;
@@ -43,7 +120,7 @@ bool ParseLine(Project& project, const std::wstring& raw, int number, std::vecto
         std::wstring name = Trim(text.substr(first.size()));
         if (name.empty())
             return Fail(error, number, L"a platform needs a name");
-        project.Platforms().push_back(Platform{NewGuid(), name});
+        project.Platforms().push_back(Platform{parser.NextId(), name});
         return true;
     }
     if (indent == 0 && first == L"language")
@@ -65,8 +142,9 @@ bool ParseLine(Project& project, const std::wstring& raw, int number, std::vecto
         rules::Category category;
         if (!rules::ParseCategory(Utf8::FromWide(key), category))
             return Fail(error, number, L"unknown category \"" + key + L"\"");
-        const std::wstring name = equals == std::wstring::npos ? rules::CategoryName(category) : Trim(text.substr(equals + 1));
-        WorkUnitObject* root = project.AddRoot(category, NewGuid(), name);
+        const std::wstring name =
+            equals == std::wstring::npos ? rules::CategoryName(category) : Trim(text.substr(equals + 1));
+        WorkUnitObject* root = project.AddRoot(category, parser.NextId(), name);
         if (!root)
             return Fail(error, number, L"category \"" + key + L"\" appears twice");
         stack.assign(1, {0, root});
@@ -87,27 +165,34 @@ bool ParseLine(Project& project, const std::wstring& raw, int number, std::vecto
     ProjectObject* parent = stack.back().second;
     std::wstring why;
     if (!ProjectEdit::CanHold(parent, type))
-        return Fail(error, number, L"a " + std::wstring(rules::NodeTypeName(parent->GetNodeType())) +
-                                       L" cannot hold a " + rules::NodeTypeName(type));
+        return Fail(error, number,
+                    L"a " + std::wstring(rules::NodeTypeName(parent->GetNodeType())) + L" cannot hold a " +
+                        rules::NodeTypeName(type));
     if (!ProjectEdit::IsValidName(nullptr, type, parent, name, &why))
         return Fail(error, number, why);
-    ProjectObject* object = NewProjectObject(&project, type, name, NewGuid());
+    ProjectObject* object = NewProjectObject(&project, type, name, parser.NextId());
     parent->RawInsertChild(parent->Children().size(), object);
     project.Index(object);
     stack.emplace_back(indent, object);
+    for (const std::wstring& attribute : attributes)
+        if (!ApplyAttribute(parser, object, attribute, number))
+            return false;
     return true;
 }
 } // namespace
 
-std::unique_ptr<Project> ProjectBuilder::Build(const std::wstring& name, const std::wstring& text, std::wstring* error)
+std::unique_ptr<Project> ProjectBuilder::Build(const std::wstring& name, const std::wstring& text,
+                                               std::wstring* error, std::mt19937_64* ids)
 {
     auto project = std::make_unique<Project>(name);
+    Parser parser{*project, ids, error, {}, {}};
     std::wistringstream lines(text);
     std::wstring line;
-    std::vector<std::pair<size_t, ProjectObject*>> stack;
     for (int number = 1; std::getline(lines, line); ++number)
-        if (!ParseLine(*project, line, number, stack, error))
+        if (!ParseLine(parser, line, number))
             return nullptr;
+    if (!ResolveReferences(parser))
+        return nullptr;
     return project;
 }
 

@@ -9,12 +9,20 @@
 //         Rain : SoundSFX
 //
 // A line without indentation names a category (optionally "Key = Root name"); indented
-// lines are "Name : Kind", nested by indentation. The project comes out clean: nothing to
-// save, nothing to undo.
+// lines are "Name : Kind", nested by indentation, optionally followed by attributes, each
+// after a "|":
+//
+//         Play : EventAction | Target=@AudioObjects/Default Work Unit/Ambience/Rain
+//         Rain : SoundSFX | color=4 | exclude=Linux | Loop=yes
+//
+// "color" sets the colour, "exclude" excludes the object on a platform, any other key sets a
+// property; "@path" stands for the GUID of the object at that path, anywhere in the text.
+// The project comes out clean: nothing to save, nothing to undo.
 
 #include "sonarium/core/model/Project.h"
 
 #include <memory>
+#include <random>
 #include <string>
 
 namespace sn
@@ -22,8 +30,10 @@ namespace sn
 class ProjectBuilder
 {
 public:
-    // Null and a message naming the line on bad input.
-    static std::unique_ptr<Project> Build(const std::wstring& name, const std::wstring& text, std::wstring* error);
+    // Null and a message naming the line on bad input. With ids, GUIDs come from that engine, so
+    // that the same text and seed always give the same project.
+    static std::unique_ptr<Project> Build(const std::wstring& name, const std::wstring& text,
+                                          std::wstring* error, std::mt19937_64* ids = nullptr);
 };
 
 // The object at a path of names from a category key: "AudioObjects/Default Work Unit/Rain".

@@ -62,6 +62,14 @@ void ReadFolderTree(Project& project, const Json& items, ProjectObject* parent)
 
         auto* folder = new WorkUnitObject(&project, id, type, name);
         parent->RawInsertChild(parent->Children().size(), folder);
+        if (type == PMTreeNode::WorkUnit && item.contains("unloaded"))
+        {
+            const Json& unloaded = item["unloaded"];
+            if (!unloaded.is_boolean())
+                throw FormatError("key \"unloaded\" of work unit " + GuidText::ToString(id) +
+                                  " must be true or false");
+            folder->RawSetLoaded(!unloaded.get<bool>());
+        }
         project.Index(folder);
         if (type == PMTreeNode::PhysicalFolder && item.contains("children"))
             ReadFolderTree(project, storage::ArrayMember(item, "children"), folder);
@@ -189,7 +197,8 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder)
     {
         const fs::path path = WorkUnitFilePath(*unit, project.GetFolder());
         state.savedPaths[unit->Id()] = path;
-        if (!ReadWorkUnitFile(project, *unit, path, result.problems))
+        // A unit saved unloaded stays on disk until the user loads it.
+        if (unit->IsLoaded() && !ReadWorkUnitFile(project, *unit, path, result.problems))
         {
             state.broken.insert(unit->Id());
             unit->RawSetLoaded(false);
@@ -218,6 +227,8 @@ bool LoadWorkUnit(Project& project, WorkUnitObject* unit, StorageProblems& probl
     state.broken.erase(unit->Id());
     state.savedPaths[unit->Id()] = path;
     unit->RawSetLoaded(true);
+    // The project file records which units are unloaded.
+    project.SetDirty(true);
     notify::Object(notify::evChildAdded, unit);
     notify::Object(notify::evLoaded, unit);
     return true;
@@ -236,6 +247,7 @@ bool UnloadWorkUnit(Project& project, WorkUnitObject* unit)
         unit->RawRemoveChild(last);
     }
     unit->RawSetLoaded(false);
+    project.SetDirty(true);
     notify::Object(notify::evChildRemoved, unit);
     return true;
 }

@@ -148,6 +148,11 @@ private:
             item["type"] = rules::NodeTypeKey(type);
             item["id"] = GuidText::ToString(child->Id());
             item["name"] = Utf8::FromWide(child->GetName());
+            // A unit that failed to read stays unmarked, so that opening reports it again.
+            const auto* unit = dynamic_cast<const WorkUnitObject*>(child.Get());
+            if (type == PMTreeNode::WorkUnit && unit && !unit->IsLoaded() &&
+                !m_state.broken.count(unit->Id()))
+                item["unloaded"] = true;
             if (type == PMTreeNode::PhysicalFolder)
             {
                 item["children"] = FolderTree(*child);

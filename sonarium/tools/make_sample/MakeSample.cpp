@@ -1,0 +1,173 @@
+// sonarium-make-sample [SOURCE [FOLDER]]
+//
+// Writes the bundled sample project from its text (samples/Demo.txt by default) into FOLDER
+// (samples/Demo), the project taking the folder's name. The text is the project builder's, plus
+// lines "unload <path>" naming work units that the saved project keeps unloaded. GUIDs come from a
+// fixed seed, so the same text always gives the same files. The new project is written and checked
+// beside FOLDER and only then takes its place.
+
+#include "host/Utf8.h"
+#include "sonarium/core/host/ProjectBuilder.h"
+#include "sonarium/core/storage/FileIO.h"
+#include "sonarium/core/storage/ProjectStorage.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <map>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace
+{
+namespace fs = std::filesystem;
+
+constexpr unsigned long long kSeed = 0x50A1D2024ULL;
+const std::wstring kUnload = L"unload ";
+
+struct Source
+{
+    std::wstring builderText;
+    std::map<int, std::wstring> unloads; // line number -> work unit path
+};
+
+// Takes the "unload" lines out, leaving blank lines so that the builder's line numbers still match.
+Source Split(const std::wstring& text)
+{
+    Source source;
+    std::wistringstream lines(text);
+    std::wstring line;
+    for (int number = 1; std::getline(lines, line); ++number)
+    {
+        if (line.starts_with(kUnload))
+        {
+            std::wstring path = line.substr(kUnload.size());
+            while (!path.empty() && (path.back() == L'\r' || path.back() == L' '))
+                path.pop_back();
+            source.unloads[number] = path;
+            line.clear();
+        }
+        source.builderText += line + L"\n";
+    }
+    return source;
+}
+
+int Fail(const std::string& message)
+{
+    std::fprintf(stderr, "sonarium-make-sample: %s\n", message.c_str());
+    return 1;
+}
+
+std::string Describe(const sn::StorageProblems& problems)
+{
+    std::string text;
+    for (const sn::StorageProblem& problem : problems)
+        text += "\n  " + Utf8::FromWide(problem.Text());
+    return text;
+}
+
+// Removes a folder of ours when the tool leaves, whatever the path out.
+class ScratchFolder
+{
+public:
+    explicit ScratchFolder(fs::path path) : m_path(std::move(path)) { Remove(); }
+    ~ScratchFolder() { Remove(); }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    const fs::path& Path() const { return m_path; }
+
+private:
+    void Remove()
+    {
+        std::error_code ec;
+        fs::remove_all(m_path, ec);
+    }
+    fs::path m_path;
+};
+
+// Builds the project and writes it into folder; an empty result means success.
+std::string Write(const Source& source, const std::wstring& name, const fs::path& folder)
+{
+    std::wstring error;
+    std::mt19937_64 ids(kSeed);
+    std::unique_ptr<sn::Project> project = sn::ProjectBuilder::Build(name, source.builderText, &error, &ids);
+    if (!project)
+        return Utf8::FromWide(error);
+    std::vector<sn::WorkUnitObject*> unloaded;
+    for (const auto& [line, path] : source.unloads)
+    {
+        auto* unit = dynamic_cast<sn::WorkUnitObject*>(sn::FindByPath(*project, path));
+        if (!unit || !unit->IsFile())
+            return "line " + std::to_string(line) + ": no work unit at \"" + Utf8::FromWide(path) + "\"";
+        unloaded.push_back(unit);
+    }
+    sn::StorageProblems problems;
+    // An unloaded unit keeps the file it had: write everything first, then unload and save again.
+    if (!sn::SaveProjectAs(*project, folder, problems))
+        return "cannot write " + folder.string() + ":" + Describe(problems);
+    for (sn::WorkUnitObject* unit : unloaded)
+        if (!sn::UnloadWorkUnit(*project, unit))
+            return "cannot unload " + Utf8::FromWide(unit->GetName());
+    if (!sn::SaveProject(*project, problems))
+        return "cannot write " + folder.string() + ":" + Describe(problems);
+    return {};
+}
+
+// Replaces target by the finished folder, keeping the old one until the new one is in place.
+std::string Replace(const fs::path& finished, const fs::path& target)
+{
+    ScratchFolder old(target.string() + ".old");
+    std::error_code ec;
+    const bool existed = fs::exists(target, ec);
+    if (existed)
+        fs::rename(target, old.Path(), ec);
+    if (ec)
+        return "cannot move " + target.string() + " aside: " + ec.message();
+    fs::rename(finished, target, ec);
+    if (ec)
+    {
+        std::error_code back;
+        if (existed)
+            fs::rename(old.Path(), target, back);
+        return "cannot put the new project in place of " + target.string() + ": " + ec.message();
+    }
+    return {};
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc > 3)
+        return Fail("usage: sonarium-make-sample [SOURCE [FOLDER]]");
+    const fs::path samples = SONARIUM_SAMPLES_DIR;
+    const fs::path sourcePath = argc > 1 ? fs::path(argv[1]) : samples / "Demo.txt";
+    const fs::path target = fs::absolute(argc > 2 ? fs::path(argv[2]) : samples / "Demo").lexically_normal();
+    if (!target.has_filename())
+        return Fail("the output folder needs a name: " + target.string());
+
+    std::string bytes, error;
+    if (!sn::FileIO::ReadFile(sourcePath, bytes, error))
+        return Fail(sourcePath.string() + ": " + error);
+    const Source source = Split(Utf8::ToWide(bytes));
+
+    ScratchFolder staging(target.string() + ".new");
+    error = Write(source, Utf8::ToWide(target.filename().string()), staging.Path());
+    if (!error.empty())
+        return Fail(sourcePath.string() + ": " + error);
+
+    // What was written must open as it is, without a single problem.
+    sn::OpenResult opened = sn::OpenProject(staging.Path());
+    if (!opened.project || !opened.problems.empty())
+        return Fail("the written project does not open cleanly:" + Describe(opened.problems));
+    const size_t objects = opened.project->ObjectCount();
+    const size_t units = opened.project->FileWorkUnits().size();
+    opened.project.reset();
+
+    error = Replace(staging.Path(), target);
+    if (!error.empty())
+        return Fail(error);
+    std::printf("wrote %s: %zu objects loaded, %zu work units, %zu unloaded\n", target.string().c_str(),
+                objects, units, source.unloads.size());
+    return 0;
+}
