@@ -9,9 +9,9 @@
 
 #include "host/MultiSelectionTreeCtrl.h"
 #include "host/PMTreeNode.h"
+#include "host/GuidTable.h"
 
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 // What one row of the tree shows, in client coordinates: everything a painter draws.
@@ -75,7 +75,18 @@ private:
     HTREEITEM InsertOne(PMTreeNode* node, HTREEITEM parent, HTREEITEM after);
     void InsertChildren(HTREEITEM item, PMTreeNode* node);
     void DeleteChildItems(HTREEITEM item);
+    void IndexItem(GUID const& id, HTREEITEM item);
 
-    std::unordered_map<GUID, HTREEITEM> m_index;
+    struct IndexEntry
+    {
+        GUID id;
+        HTREEITEM item = nullptr;
+    };
+    struct IndexTraits
+    {
+        static GUID const& Key(const IndexEntry& entry) { return entry.id; }
+        static bool IsEmpty(const IndexEntry& entry) { return entry.item == nullptr; }
+    };
+    GuidTable<IndexEntry, IndexTraits> m_index;
     int m_overlayClears = 0;
 };

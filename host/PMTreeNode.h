@@ -75,6 +75,15 @@ public:
     using CapabilitySet = std::bitset<CapabilityCount>;
     using GuidSet = std::set<GUID, GUIDLess>;
 
+    // What a kind of node may hold and do, from the host's structure table: shared by every
+    // node of the kind, so nodes refer to it instead of keeping copies.
+    struct KindRules
+    {
+        std::set<NodeType> children;
+        std::set<NodeType> parents; // kinds that may be inserted above the node
+        CapabilitySet capabilities;
+    };
+
     PMTreeNode(const PMTreeNode&) = delete;
     PMTreeNode& operator=(const PMTreeNode&) = delete;
 
@@ -102,15 +111,17 @@ public:
     // The children, read from the project on first use.
     const std::vector<PMTreeNode*>& Children();
 
-    GUID const& ID() const { return m_id; }
+    // The identity of what the node stands for; it lives as long as the node.
+    virtual GUID const& ID() const = 0;
     PMTreeNode* Parent() const { return m_parent; }
     NodeType Type() const { return m_type; }
-    CapabilitySet& Capabilities() { return m_capabilities; }
-    const CapabilitySet& Capabilities() const { return m_capabilities; }
-    // The sets come from the host's structure table, shared by all nodes of a kind: read them only.
-    std::set<NodeType>& PossibleChildType() { return const_cast<std::set<NodeType>&>(*m_childTypes); }
-    const std::set<NodeType>& PossibleChildType() const { return *m_childTypes; }
-    std::set<NodeType>& PossibleParentType() { return const_cast<std::set<NodeType>&>(*m_parentTypes); }
+    // The capabilities and sets come from the host's structure table, shared by all nodes of a
+    // kind: read them only.
+    CapabilitySet& Capabilities() { return const_cast<CapabilitySet&>(m_rules->capabilities); }
+    const CapabilitySet& Capabilities() const { return m_rules->capabilities; }
+    std::set<NodeType>& PossibleChildType() { return const_cast<std::set<NodeType>&>(m_rules->children); }
+    const std::set<NodeType>& PossibleChildType() const { return m_rules->children; }
+    std::set<NodeType>& PossibleParentType() { return const_cast<std::set<NodeType>&>(m_rules->parents); }
 
     void IsExpanded(bool expanded) { m_expanded = expanded; }
     bool IsExpanded() const { return m_expanded; }
@@ -126,10 +137,9 @@ public:
 
     static CStdStr<wchar_t> GetNodeTypeName(NodeType type);
 
-    bool m_bCutMarked = false;
-
 protected:
-    PMTreeNode(PMTreeNode* parent, GUID const& id, NodeType type);
+    // Until a derived node sets its rules, the node may hold nothing and do nothing.
+    PMTreeNode(PMTreeNode* parent, NodeType type);
 
     // Appends new nodes for the object's children, in project order; called by Children()
     // and by refreshes. The node owns them.
@@ -137,14 +147,15 @@ protected:
     virtual bool DoCreateChild(NodeType type, CStdStr<wchar_t> const& name, GUID* outGuid) = 0;
     void DropChildren();
 
-    GUID m_id;
     PMTreeNode* m_parent;
+    const KindRules* m_rules;
+    std::vector<PMTreeNode*> m_children; // owned
     NodeType m_type;
-    CapabilitySet m_capabilities;
-    const std::set<NodeType>* m_childTypes;
-    const std::set<NodeType>* m_parentTypes;
     bool m_expanded = false;
     bool m_selected = false;
     bool m_childrenRead = false;
-    std::vector<PMTreeNode*> m_children; // owned
+
+public:
+    // Declared last so that it shares a word with the flags above: trees have millions of nodes.
+    bool m_bCutMarked = false;
 };

@@ -5,6 +5,14 @@
 #include <algorithm>
 #include <cstring>
 
+namespace
+{
+// Handles keep the top bit of their generation half clear; two flags share the word.
+constexpr uint32_t GenerationMask = (1u << 30) - 1;
+} // namespace
+
+// Trees hold up to millions of items, so an item keeps to 40 bytes: its depth is found by
+// walking up, and its own text, which few items have, is kept aside in m_texts.
 struct CTreeCtrl::Item
 {
     uint32_t parent = NoIndex;
@@ -12,15 +20,13 @@ struct CTreeCtrl::Item
     uint32_t lastChild = NoIndex;
     uint32_t prev = NoIndex;
     uint32_t next = NoIndex;
-    uint32_t generation = 0;
+    uint32_t generation : 30 = 0;
+    uint32_t alive : 1 = 0;
+    uint32_t hasChildrenFlag : 1 = 0;
     mutable int32_t row = -1;
-    int32_t image = 0;
-    UINT state = 0;
-    uint16_t depth = 0;
-    bool alive = false;
-    bool hasChildrenFlag = false;
+    uint16_t state = 0; // every TVIS_ bit lies in the low half
+    int16_t image = 0;
     LPARAM data = 0;
-    std::unique_ptr<std::wstring> text; // null: asked of QueryItemText
 };
 
 CTreeCtrl::CTreeCtrl() = default;
@@ -53,7 +59,7 @@ CTreeCtrl::Item* CTreeCtrl::Find(HTREEITEM item) const
 bool CTreeCtrl::HasOwnText(HTREEITEM item) const
 {
     const Item* found = Find(item);
-    return found && found->text;
+    return found && m_texts.count(static_cast<uint32_t>(found - m_items.data()));
 }
 
 CTreeCtrl::Item& CTreeCtrl::At(uint32_t index) const
@@ -75,7 +81,7 @@ uint32_t CTreeCtrl::Allocate()
         m_items.emplace_back();
     }
     Item& item = m_items[index];
-    item.generation = (item.generation + 1) & 0x7FFFFFFF;
+    item.generation = (item.generation + 1) & GenerationMask;
     if (item.generation == 0)
         item.generation = 1;
     item.alive = true;
@@ -111,13 +117,13 @@ HTREEITEM CTreeCtrl::InsertItem(LPCWSTR text, int image, LPARAM data, HTREEITEM 
     uint32_t& lastRef = parentIndex == NoIndex ? m_lastRoot : At(parentIndex).lastChild;
     Item& item = At(index);
     item.parent = parentIndex;
-    item.depth = parentIndex == NoIndex ? 0 : static_cast<uint16_t>(At(parentIndex).depth + 1);
-    item.image = image;
+    item.image = static_cast<int16_t>(image);
     item.data = data;
     item.state = 0;
     item.hasChildrenFlag = false;
     item.firstChild = item.lastChild = NoIndex;
-    item.text = text ? std::make_unique<std::wstring>(text) : nullptr;
+    if (text)
+        m_texts[index] = text;
     item.prev = afterIndex;
     item.next = afterIndex == NoIndex ? firstRef : At(afterIndex).next;
     if (item.prev != NoIndex)
@@ -162,7 +168,7 @@ void CTreeCtrl::Release(uint32_t index)
         }
     }
     item.alive = false;
-    item.text.reset();
+    m_texts.erase(index);
     item.firstChild = item.lastChild = item.parent = NoIndex;
     item.row = -1;
     m_freeSlots.push_back(index);
@@ -290,7 +296,8 @@ std::wstring CTreeCtrl::GetItemText(HTREEITEM item) const
     const Item* found = Find(item);
     if (!found)
         return {};
-    return found->text ? *found->text : QueryItemText(item);
+    auto own = m_texts.find(static_cast<uint32_t>(found - m_items.data()));
+    return own != m_texts.end() ? own->second : QueryItemText(item);
 }
 
 BOOL CTreeCtrl::SetItemText(HTREEITEM item, LPCWSTR text)
@@ -298,7 +305,11 @@ BOOL CTreeCtrl::SetItemText(HTREEITEM item, LPCWSTR text)
     Item* found = Find(item);
     if (!found)
         return FALSE;
-    found->text = text ? std::make_unique<std::wstring>(text) : nullptr;
+    const auto index = static_cast<uint32_t>(found - m_items.data());
+    if (text)
+        m_texts[index] = text;
+    else
+        m_texts.erase(index);
     Repaint();
     return TRUE;
 }
@@ -314,7 +325,7 @@ BOOL CTreeCtrl::SetItemImage(HTREEITEM item, int image)
     Item* found = Find(item);
     if (!found)
         return FALSE;
-    found->image = image;
+    found->image = static_cast<int16_t>(image);
     Repaint();
     return TRUE;
 }
@@ -346,7 +357,7 @@ BOOL CTreeCtrl::SetItemState(HTREEITEM item, UINT state, UINT mask)
     if (!found)
         return FALSE;
     const UINT before = found->state;
-    found->state = (found->state & ~mask) | (state & mask);
+    found->state = static_cast<uint16_t>((found->state & ~mask) | (state & mask));
     if ((before ^ found->state) & TVIS_EXPANDED)
         RowsChanged();
     Repaint();
@@ -356,7 +367,12 @@ BOOL CTreeCtrl::SetItemState(HTREEITEM item, UINT state, UINT mask)
 int CTreeCtrl::GetItemDepth(HTREEITEM item) const
 {
     const Item* found = Find(item);
-    return found ? found->depth : -1;
+    if (!found)
+        return -1;
+    int depth = 0;
+    for (uint32_t parent = found->parent; parent != NoIndex; parent = At(parent).parent)
+        ++depth;
+    return depth;
 }
 
 bool CTreeCtrl::IsAncestor(HTREEITEM ancestor, HTREEITEM item) const

@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 class CTreeCtrl : public CWnd
@@ -152,6 +153,8 @@ private:
 
     mutable std::vector<Item> m_items;
     std::vector<uint32_t> m_freeSlots;
+    // The texts of items inserted with one, by slot.
+    std::unordered_map<uint32_t, std::wstring> m_texts;
     uint32_t m_firstRoot = NoIndex;
     uint32_t m_lastRoot = NoIndex;
     UINT m_count = 0;

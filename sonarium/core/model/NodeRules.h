@@ -14,12 +14,7 @@ namespace sn::rules
 using NodeType = PMTreeNode::NodeType;
 using Category = OrbObjectCategories::Category;
 
-struct NodeRule
-{
-    std::set<NodeType> children;
-    std::set<NodeType> parents; // kinds that may be inserted above the node
-    PMTreeNode::CapabilitySet capabilities;
-};
+using NodeRule = PMTreeNode::KindRules;
 
 // The rule of a node kind in a category; a top work unit (a category's root) has its own.
 const NodeRule& RuleFor(NodeType type, Category category, bool topWorkUnit);

@@ -11,8 +11,7 @@ Project::Project(CStdStr<wchar_t> name) : m_name(std::move(name))
 Project::~Project()
 {
     // Objects still referenced elsewhere (a clipboard, an undo step) outlive the project.
-    for (auto& [id, object] : m_index)
-        object->Detach();
+    m_index.ForEach([](ProjectObject* object) { object->Detach(); });
 }
 
 WorkUnitObject* Project::GetRoot(OrbObjectCategories::Category category) const
@@ -44,14 +43,14 @@ std::vector<WorkUnitObject*> Project::Roots() const
 
 ProjectObject* Project::Find(GUID const& id) const
 {
-    auto it = m_index.find(id);
-    return it == m_index.end() ? nullptr : it->second;
+    ProjectObject* const* found = m_index.Find(id);
+    return found ? *found : nullptr;
 }
 
 void Project::Index(ProjectObject* object)
 {
     object->Attach(this);
-    m_index[object->Id()] = object;
+    m_index.Insert(object);
     for (const CSmartPtr<ProjectObject>& child : object->Children())
         Index(child.Get());
 }
@@ -60,9 +59,8 @@ void Project::Unindex(ProjectObject* object)
 {
     for (const CSmartPtr<ProjectObject>& child : object->Children())
         Unindex(child.Get());
-    auto it = m_index.find(object->Id());
-    if (it != m_index.end() && it->second == object)
-        m_index.erase(it);
+    if (Find(object->Id()) == object)
+        m_index.Erase(object->Id());
 }
 
 namespace
@@ -93,6 +91,11 @@ std::vector<WorkUnitObject*> Project::FileWorkUnits() const
 GUID NewGuid()
 {
     static thread_local std::mt19937_64 engine{std::random_device{}()};
+    return NewGuid(engine);
+}
+
+GUID NewGuid(std::mt19937_64& engine)
+{
     const unsigned long long a = engine(), b = engine();
     GUID id;
     id.Data1 = static_cast<uint32_t>(a >> 32);

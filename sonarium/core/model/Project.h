@@ -2,10 +2,11 @@
 // The open project: the root of every category, an index of objects by GUID, platforms and
 // languages, and the folder it lives in.
 
+#include "host/GuidTable.h"
 #include "sonarium/core/model/ProjectObject.h"
 
 #include <filesystem>
-#include <unordered_map>
+#include <random>
 #include <vector>
 
 namespace sn
@@ -41,7 +42,7 @@ public:
     std::vector<WorkUnitObject*> Roots() const;
 
     ProjectObject* Find(GUID const& id) const;
-    size_t ObjectCount() const { return m_index.size(); }
+    size_t ObjectCount() const { return m_index.Size(); }
     // Keeps the index in step with objects entering and leaving the hierarchy.
     void Index(ProjectObject* object);
     void Unindex(ProjectObject* object);
@@ -61,10 +62,16 @@ public:
     std::vector<WorkUnitObject*> FileWorkUnits() const;
 
 private:
+    struct IndexTraits
+    {
+        static GUID const& Key(const ProjectObject* object) { return object->Id(); }
+        static bool IsEmpty(const ProjectObject* object) { return object == nullptr; }
+    };
+
     CStdStr<wchar_t> m_name;
     std::filesystem::path m_folder;
     std::vector<CSmartPtr<WorkUnitObject>> m_roots;
-    std::unordered_map<GUID, ProjectObject*, GUIDHash> m_index;
+    GuidTable<ProjectObject*, IndexTraits> m_index;
     std::vector<Platform> m_platforms;
     std::vector<Language> m_languages;
     unsigned long m_referenceLanguage = 0;
@@ -73,4 +80,6 @@ private:
 
 // A new random GUID.
 GUID NewGuid();
+// A GUID drawn from engine: the same seed gives the same GUIDs (samples, generated projects).
+GUID NewGuid(std::mt19937_64& engine);
 } // namespace sn

@@ -1,5 +1,6 @@
 #include "sonarium/core/model/ProjectObject.h"
 
+#include "host/Utf8.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/Project.h"
 #include "sonarium/core/model/ProjectEdit.h"
@@ -10,7 +11,8 @@ namespace sn
 {
 ProjectObject::ProjectObject(Project* project, GUID const& id, NodeType nodeType, OrbObjectType objectType,
                              CStdStr<wchar_t> name)
-    : m_project(project), m_id(id), m_nodeType(nodeType), m_objectType(objectType), m_name(std::move(name))
+    : m_project(project), m_id(id), m_name(Utf8::FromWide(name)), m_nodeType(nodeType),
+      m_objectType(objectType)
 {
 }
 
@@ -61,8 +63,35 @@ bool ProjectObject::GetIncluded(GUID const& platform) const
 {
     if (m_inclusionLinked)
         return m_includedEverywhere;
-    auto it = m_includedOn.find(platform);
-    return it == m_includedOn.end() ? m_includedEverywhere : it->second;
+    const PlatformInclusion& includedOn = IncludedOn();
+    auto it = includedOn.find(platform);
+    return it == includedOn.end() ? m_includedEverywhere : it->second;
+}
+
+const ProjectObject::PlatformInclusion& ProjectObject::IncludedOn() const
+{
+    static const PlatformInclusion none;
+    return m_extras ? m_extras->includedOn : none;
+}
+
+const ProjectObject::PropertyMap& ProjectObject::Properties() const
+{
+    static const PropertyMap none;
+    return m_extras ? m_extras->properties : none;
+}
+
+ProjectObject::Extras& ProjectObject::MutableExtras()
+{
+    if (!m_extras)
+        m_extras = std::make_unique<Extras>();
+    return *m_extras;
+}
+
+void ProjectObject::TrimExtras()
+{
+    if (m_extras && m_extras->includedOn.empty() && m_extras->properties.empty() &&
+        m_extras->category == OrbObjectCategories::None)
+        m_extras.reset();
 }
 
 IOrbObject* ProjectObject::GetOwnerObject() const
@@ -79,9 +108,19 @@ IOrbObject* ProjectObject::GetOwnerObject() const
     }
 }
 
+CStdStr<wchar_t> ProjectObject::GetName() const
+{
+    return Utf8::ToWide(m_name);
+}
+
 bool ProjectObject::SetName(const CStdStr<wchar_t>& name)
 {
     return ProjectEdit::Rename(this, name);
+}
+
+void ProjectObject::RawSetName(const CStdStr<wchar_t>& name)
+{
+    m_name = Utf8::FromWide(name);
 }
 
 size_t ProjectObject::IndexOf(const ProjectObject* child) const
@@ -109,7 +148,7 @@ OrbObjectCategories::Category ProjectObject::GetCategory() const
     const ProjectObject* top = this;
     while (top->m_parent)
         top = top->m_parent;
-    return top->m_category;
+    return top->m_extras ? top->m_extras->category : OrbObjectCategories::None;
 }
 
 WorkUnitObject* ProjectObject::OwningWorkUnit() const
@@ -125,13 +164,14 @@ WorkUnitObject* ProjectObject::OwningWorkUnit() const
 
 bool ProjectObject::IsTopWorkUnit() const
 {
-    return !m_parent && m_objectType == OrbObjectType_WorkUnit && m_category != OrbObjectCategories::None;
+    return !m_parent && m_objectType == OrbObjectType_WorkUnit && GetCategory() != OrbObjectCategories::None;
 }
 
 std::wstring ProjectObject::GetProperty(const std::string& key) const
 {
-    auto it = m_properties.find(key);
-    return it == m_properties.end() ? std::wstring() : it->second;
+    const PropertyMap& properties = Properties();
+    auto it = properties.find(key);
+    return it == properties.end() ? std::wstring() : it->second;
 }
 
 void ProjectObject::RawInsertChild(size_t index, ProjectObject* child)
@@ -154,15 +194,31 @@ void ProjectObject::RawSetIncluded(GUID const& platform, bool included)
     if (m_inclusionLinked || platform == GUID_NULL)
         m_includedEverywhere = included;
     else
-        m_includedOn[platform] = included;
+        MutableExtras().includedOn[platform] = included;
+}
+
+void ProjectObject::RawSetIncludedOn(PlatformInclusion included)
+{
+    MutableExtras().includedOn = std::move(included);
+    TrimExtras();
 }
 
 void ProjectObject::RawSetProperty(const std::string& key, std::wstring value)
 {
     if (value.empty())
-        m_properties.erase(key);
+    {
+        if (m_extras)
+            m_extras->properties.erase(key);
+    }
     else
-        m_properties[key] = std::move(value);
+        MutableExtras().properties[key] = std::move(value);
+    TrimExtras();
+}
+
+void ProjectObject::RawSetCategory(OrbObjectCategories::Category category)
+{
+    MutableExtras().category = category;
+    TrimExtras();
 }
 
 WorkUnitObject::WorkUnitObject(Project* project, GUID const& id, NodeType nodeType, CStdStr<wchar_t> name)

@@ -3,6 +3,10 @@
 // colour, per-platform inclusion with its link flag, and free-form properties (an action's
 // target, a source's file). Parents own their children; references keep an object alive
 // after it has left the project, as long as someone holds it.
+//
+// Projects hold millions of objects, so an object stays small: its name is kept in UTF-8
+// (short names need no allocation), and what few objects have (per-platform inclusion,
+// properties, a category) lives in a separate record made on first use.
 
 #include "host/OrbObject.h"
 #include "host/OrbObjectCategories.h"
@@ -10,6 +14,7 @@
 #include "host/SmartPtr.h"
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -39,10 +44,11 @@ public:
     bool IsIncludedOnPlatform(const GUID& platform, int reserved) const override;
     bool IsLoaded() const override { return true; }
     IOrbObject* GetOwnerObject() const override;
-    CStdStr<wchar_t> GetName() const override { return m_name; }
+    CStdStr<wchar_t> GetName() const override;
     bool SetName(const CStdStr<wchar_t>& name) override;
 
     GUID const& Id() const { return m_id; }
+    const std::string& NameUtf8() const { return m_name; }
     NodeType GetNodeType() const { return m_nodeType; }
     Project* GetProject() const { return m_project; }
     ProjectObject* Parent() const { return m_parent; }
@@ -59,41 +65,56 @@ public:
     int GetColor() const { return m_color; } // -1: the parent's colour
     bool IsInclusionLinked() const { return m_inclusionLinked; }
     bool GetIncluded(GUID const& platform) const; // the stored value, link considered
-    const std::map<std::string, std::wstring>& Properties() const { return m_properties; }
+    using PlatformInclusion = std::map<GUID, bool, GUIDLess>;
+    // The values kept for single platforms, used once the link is broken.
+    const PlatformInclusion& IncludedOn() const;
+    using PropertyMap = std::map<std::string, std::wstring>;
+    const PropertyMap& Properties() const;
     std::wstring GetProperty(const std::string& key) const;
 
     // Raw mutators: the project's edit operations call them and take care of undo,
     // notifications and dirty state.
     void RawInsertChild(size_t index, ProjectObject* child);
     CSmartPtr<ProjectObject> RawRemoveChild(size_t index);
-    void RawSetName(CStdStr<wchar_t> name) { m_name = std::move(name); }
+    void RawSetName(const CStdStr<wchar_t>& name);
     void RawSetColor(int color) { m_color = color; }
     void RawSetFlags(unsigned int flags) { m_flags = flags; }
     void RawSetIncluded(GUID const& platform, bool included);
+    void RawSetIncludedOn(PlatformInclusion included);
     void RawSetInclusionLinked(bool linked) { m_inclusionLinked = linked; }
     void RawSetProperty(const std::string& key, std::wstring value);
-    void RawSetCategory(OrbObjectCategories::Category category) { m_category = category; }
+    void RawSetCategory(OrbObjectCategories::Category category);
     void Detach() { m_project = nullptr; }
     void Attach(Project* project) { m_project = project; }
 
-    // The platform-independent inclusion, used while the link holds.
-    bool m_includedEverywhere = true;
-    std::map<GUID, bool, GUIDLess> m_includedOn;
-
 protected:
+    struct Extras
+    {
+        PlatformInclusion includedOn;
+        PropertyMap properties;
+        OrbObjectCategories::Category category = OrbObjectCategories::None; // roots only
+    };
+    Extras& MutableExtras();
+    // Forgets the record once it holds nothing.
+    void TrimExtras();
+
     Project* m_project;
-    GUID m_id;
-    NodeType m_nodeType;
-    OrbObjectType m_objectType;
-    CStdStr<wchar_t> m_name;
     ProjectObject* m_parent = nullptr;
     std::vector<CSmartPtr<ProjectObject>> m_children;
+    GUID m_id;
+    std::string m_name; // UTF-8
+    std::unique_ptr<Extras> m_extras;
+    mutable uint32_t m_refs = 0;
     unsigned int m_flags = 0;
+    NodeType m_nodeType;
+    OrbObjectType m_objectType;
     int m_color = -1;
     bool m_inclusionLinked = true;
-    OrbObjectCategories::Category m_category = OrbObjectCategories::None; // roots only
-    std::map<std::string, std::wstring> m_properties;
-    mutable long m_refs = 0;
+
+public:
+    // The platform-independent inclusion, used while the link holds. Declared last so that it
+    // shares a word with the flag above.
+    bool m_includedEverywhere = true;
 };
 
 // A work unit: a file of the project (or a category's root, or a physical folder, which are

@@ -6,11 +6,10 @@
 
 namespace
 {
-const std::set<PMTreeNode::NodeType> kNoTypes;
+const PMTreeNode::KindRules kNoRules;
 }
 
-PMTreeNode::PMTreeNode(PMTreeNode* parent, GUID const& id, NodeType type)
-    : m_id(id), m_parent(parent), m_type(type), m_childTypes(&kNoTypes), m_parentTypes(&kNoTypes)
+PMTreeNode::PMTreeNode(PMTreeNode* parent, NodeType type) : m_parent(parent), m_rules(&kNoRules), m_type(type)
 {
 }
 
@@ -38,7 +37,7 @@ void PMTreeNode::RefreshName()
 
 void PMTreeNode::RefreshPF(GuidSet& pending)
 {
-    pending.erase(m_id);
+    pending.erase(ID());
     for (PMTreeNode* child : m_children)
         child->RefreshPF(pending);
 }
@@ -105,9 +104,9 @@ void PMTreeNode::GetExpandedAndSelectedChildren(GuidSet& expanded, GuidSet& sele
     for (PMTreeNode* child : m_children)
     {
         if (child->m_expanded)
-            expanded.insert(child->m_id);
+            expanded.insert(child->ID());
         if (child->m_selected)
-            selected.insert(child->m_id);
+            selected.insert(child->ID());
         child->GetExpandedAndSelectedChildren(expanded, selected);
     }
 }
@@ -116,9 +115,9 @@ void PMTreeNode::ExpandAndSelectChildrenNode(GuidSet const& expanded, GuidSet co
 {
     for (PMTreeNode* child : Children())
     {
-        if (expanded.count(child->m_id))
+        if (expanded.count(child->ID()))
             child->m_expanded = true;
-        if (selected.count(child->m_id))
+        if (selected.count(child->ID()))
             child->m_selected = true;
         // Only expanded nodes are read further: the sets name paths, not the whole project.
         if (child->m_expanded)

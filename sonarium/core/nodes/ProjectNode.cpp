@@ -1,6 +1,7 @@
 #include "sonarium/core/nodes/ProjectNode.h"
 
 #include "host/ObjectIcons.h"
+#include "host/Utf8.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/Project.h"
@@ -63,14 +64,21 @@ ObjectIcons::IconType IconOf(PMTreeNode::NodeType type)
 ProjectNode::ProjectNode(PMTreeNode* parent, ProjectObject* object)
     : TreeNodeWithObject(parent, object, object->GetNodeType()), m_model(object)
 {
-    const rules::NodeRule& rule = rules::RuleFor(object->GetNodeType(), object->GetCategory(), object->IsTopWorkUnit());
-    m_capabilities = rule.capabilities;
-    m_childTypes = &rule.children;
-    m_parentTypes = &rule.parents;
+    m_rules = &rules::RuleFor(object->GetNodeType(), object->GetCategory(), object->IsTopWorkUnit());
     // A category's root starts open, as a fresh view shows it.
     m_expanded = object->IsTopWorkUnit();
     ReadVisuals();
     ReadInclusion();
+}
+
+CStdStr<wchar_t> ProjectNode::GetDisplayName() const
+{
+    return Utf8::ToWide(m_displayName);
+}
+
+int ProjectNode::GetIconType() const
+{
+    return IconOf(m_type);
 }
 
 bool ProjectNode::HasNode(const ProjectObject* object)
@@ -122,7 +130,7 @@ bool ProjectNode::DoCreateChild(NodeType type, CStdStr<wchar_t> const& name, GUI
 
 bool ProjectNode::AcceptsParentType(NodeType type) const
 {
-    if (!m_parentTypes->count(type))
+    if (!m_rules->parents.count(type))
         return false;
     // The new parent takes this node's place, so the current parent must be able to hold it.
     const ProjectObject* holder = m_model->Parent();
@@ -136,19 +144,22 @@ void ProjectNode::SetIncluded(bool include, bool)
 
 void ProjectNode::ReadVisuals()
 {
-    m_displayName = m_model->GetName();
+    m_displayName = m_model->NameUtf8();
     if (auto* unit = dynamic_cast<WorkUnitObject*>(m_model))
     {
         if (unit->IsDirty())
-            m_displayName += L"*"; // unsaved changes
+            m_displayName += "*"; // unsaved changes
         if (!unit->IsLoaded())
-            m_displayName += L" (unloaded)";
+            m_displayName += " (unloaded)";
     }
-    m_iconType = IconOf(m_type);
+}
+
+uint32_t ProjectNode::GetColor() const
+{
     int color = -1;
     for (const ProjectObject* object = m_model; object && color < 0; object = object->Parent())
         color = object->GetColor();
-    m_color = PaletteColor(color);
+    return PaletteColor(color);
 }
 
 void ProjectNode::ReadInclusion()
@@ -170,14 +181,16 @@ void ProjectNode::RefreshVisualState()
 void ProjectNode::RefreshPF(GuidSet& pending)
 {
     ReadInclusion();
-    pending.erase(m_id);
+    pending.erase(ID());
     for (PMTreeNode* child : m_children)
         child->RefreshPF(pending);
 }
 
 void ProjectNode::Refresh(bool force, unsigned long flags)
 {
-    if (flags & 4)
+    // A forced refresh re-reads what the node shows too: names changed while the views were
+    // locked are otherwise only applied by the visual bit.
+    if (force || (flags & 4))
         ReadVisuals();
     if (flags & 8)
         ReadInclusion();
@@ -244,7 +257,7 @@ void ProjectNode::ExpandAndSelectNode(GUID const& id)
 } // namespace sn
 
 TreeNodeWithObject::TreeNodeWithObject(PMTreeNode* parent, IOrbObject* object, NodeType type)
-    : PMTreeNode(parent, *object->GetGUID(), type), m_object(object)
+    : PMTreeNode(parent, type), m_object(object)
 {
 }
 

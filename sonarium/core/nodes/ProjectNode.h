@@ -1,7 +1,7 @@
 #pragma once
-// The reference host's tree node: one project object, with the name, icon, colour and
-// inclusion it shows cached until the view asks the node to refresh them, as a real host's
-// nodes do.
+// The reference host's tree node: one project object, with the name and inclusion it shows
+// cached until the view asks the node to refresh them, as a real host's nodes do. The node's
+// identity is its object's and its rules are the structure table's: a node copies neither.
 
 #include "host/TreeNodeWithObject.h"
 #include "sonarium/core/model/ProjectObject.h"
@@ -20,10 +20,12 @@ public:
     void RefreshPF(GuidSet& pending) override;
     void ExpandAndSelectNode(GUID const& id) override;
 
-    CStdStr<wchar_t> GetDisplayName() const override { return m_displayName; }
-    int GetIconType() const override { return m_iconType; }
+    GUID const& ID() const override { return m_model->Id(); }
+    CStdStr<wchar_t> GetDisplayName() const override;
+    int GetIconType() const override; // follows the node's kind alone
     bool IsExcludedOnCurrentPlatform() const override { return m_excluded; }
-    uint32_t GetColor() const override { return m_color; }
+    // Read from the objects each time: a colour change only repaints the tree.
+    uint32_t GetColor() const override;
     bool HasChildren() const override;
 
     void RefreshVisualState() override;
@@ -45,9 +47,7 @@ private:
     void SyncChildren(bool force, unsigned long flags);
     ProjectObject* m_model; // kept alive by the base's reference
 
-    CStdStr<wchar_t> m_displayName;
-    int m_iconType = 0;
-    uint32_t m_color = 0xFFFFFFFF;
+    std::string m_displayName; // UTF-8
     bool m_excluded = false;
 };
 } // namespace sn

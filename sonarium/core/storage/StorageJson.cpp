@@ -58,7 +58,7 @@ Json InclusionToJson(const ProjectObject& object)
     inclusion["linked"] = object.IsInclusionLinked();
     inclusion["included"] = object.m_includedEverywhere;
     Json platforms = Json::object();
-    for (const auto& [platform, included] : object.m_includedOn)
+    for (const auto& [platform, included] : object.IncludedOn())
         platforms[GuidText::ToString(platform)] = included;
     inclusion["platforms"] = std::move(platforms);
     return inclusion;
@@ -77,14 +77,15 @@ void ReadInclusion(const Json& inclusion, ProjectObject& object)
         return;
     const Json& platforms =
         Typed(inclusion["platforms"], "platforms", inclusion["platforms"].is_object(), "an object");
+    ProjectObject::PlatformInclusion includedOn;
     for (const auto& [text, value] : platforms.items())
     {
         const std::optional<GUID> platform = GuidText::FromString(text);
         if (!platform)
             throw FormatError("malformed GUID " + Quoted(text) + " in \"platforms\"");
-        object.m_includedOn[*platform] =
-            Typed(value, text.c_str(), value.is_boolean(), "true or false").get<bool>();
+        includedOn[*platform] = Typed(value, text.c_str(), value.is_boolean(), "true or false").get<bool>();
     }
+    object.RawSetIncludedOn(std::move(includedOn));
 }
 
 void ReadOptional(const Json& item, ProjectObject& object)
@@ -192,13 +193,13 @@ Json ObjectToJson(const ProjectObject& object)
     Json item = Json::object();
     item["type"] = rules::NodeTypeKey(object.GetNodeType());
     item["id"] = IdText(object);
-    item["name"] = Utf8::FromWide(object.GetName());
+    item["name"] = object.NameUtf8();
     if (object.GetColor() != -1)
         item["color"] = object.GetColor();
     if (object.GetObjectFlags() != 0)
         item["flags"] = object.GetObjectFlags();
     // The usual case stays out of the file; values kept for an unlinked state do not.
-    if (!object.IsInclusionLinked() || !object.m_includedEverywhere || !object.m_includedOn.empty())
+    if (!object.IsInclusionLinked() || !object.m_includedEverywhere || !object.IncludedOn().empty())
         item["inclusion"] = InclusionToJson(object);
     if (!object.Properties().empty())
     {

@@ -22,11 +22,20 @@ HTREEITEM PETreeCtrl::InsertOne(PMTreeNode* node, HTREEITEM parent, HTREEITEM af
     HTREEITEM item = CTreeCtrl::InsertItem(nullptr, node->GetIconType(), reinterpret_cast<LPARAM>(node), parent, after);
     if (!item)
         return nullptr;
-    m_index[node->ID()] = item;
+    IndexItem(node->ID(), item);
     SetItemHasChildren(item, node->HasChildren());
     if (node->IsSelected())
         SetItemState(item, TVIS_SELECTED, TVIS_SELECTED);
     return item;
+}
+
+void PETreeCtrl::IndexItem(GUID const& id, HTREEITEM item)
+{
+    // Entries of deleted items stay until the tree empties or the index would have to grow:
+    // then they go instead, so the index follows the items shown, not those ever shown.
+    if (m_index.IsFull())
+        m_index.EraseIf([this](const IndexEntry& entry) { return !ItemExists(entry.item); });
+    m_index.Insert({id, item});
 }
 
 void PETreeCtrl::InsertChildren(HTREEITEM item, PMTreeNode* node)
@@ -76,10 +85,10 @@ void PETreeCtrl::RefreshItem(HTREEITEM item)
 
 HTREEITEM PETreeCtrl::GetItemWithGUID(GUID const& id, HTREEITEM start) const
 {
-    auto found = m_index.find(id);
-    if (found == m_index.end() || !ItemExists(found->second))
+    const IndexEntry* found = m_index.Find(id);
+    if (!found || !ItemExists(found->item))
         return nullptr;
-    HTREEITEM item = found->second;
+    HTREEITEM item = found->item;
     if (start && start != TVI_ROOT && start != item && !IsAncestor(start, item))
         return nullptr;
     return item;
@@ -159,6 +168,6 @@ void PETreeCtrl::OnItemDeleting(HTREEITEM item)
     // the items): entries are never read through the node, and stale ones fail the handle
     // check. The index is emptied with the tree.
     if (GetCount() <= 1)
-        m_index.clear();
+        m_index.Clear();
     MultiSelectionTreeCtrl::OnItemDeleting(item);
 }

@@ -127,3 +127,32 @@ TEST_F(HostTest, CapabilitiesParentsAndInclusionOfNodes)
     EXPECT_TRUE(ProjectManager::m_pInstance->GetTopWorkUnit(At(L"Events/Default Work Unit/Play_Rain"), top));
     EXPECT_EQ(OrbObjectCategories::Events, top->GetWorkUnitCategory());
 }
+
+TEST_F(HostTest, NodesTakeIdentityFromTheirObjectAndRulesFromTheSharedTable)
+{
+    Open(kProject);
+    auto root = RootNode(OrbObjectCategories::AudioObjects);
+    PMTreeNode* unit = Child(root.get(), L"Default Work Unit");
+    PMTreeNode* ambience = Child(unit, L"Ambience");
+    PMTreeNode* stingers = Child(unit, L"Music Stingers");
+    ProjectObject* model = At(L"AudioObjects/Default Work Unit/Ambience");
+    EXPECT_EQ(model->Id(), ambience->ID());
+
+    // Two nodes of a kind read the same table entry; other kinds and roots have their own.
+    EXPECT_EQ(&ambience->Capabilities(), &stingers->Capabilities());
+    EXPECT_EQ(&ambience->PossibleChildType(), &stingers->PossibleChildType());
+    EXPECT_NE(&unit->Capabilities(), &root->Capabilities());
+    EXPECT_TRUE(ambience->PossibleChildType().count(N::SoundSFX));
+    EXPECT_TRUE(root->PossibleChildType().count(N::PhysicalFolder));
+    EXPECT_FALSE(root->Capabilities()[N::CanRename]);
+    EXPECT_TRUE(ambience->Capabilities()[N::CanRename]);
+
+    // A name outside ASCII shows as written, decorations after it; the icon follows the kind.
+    ProjectEdit::Rename(model, L"Ambiance été \U0001F327");
+    ambience->RefreshName();
+    unit->RefreshName();
+    EXPECT_EQ(L"Ambiance été \U0001F327", ambience->GetDisplayName());
+    EXPECT_EQ(L"Default Work Unit*", unit->GetDisplayName());
+    EXPECT_NE(ambience->GetIconType(), unit->GetIconType());
+    EXPECT_EQ(ambience->GetIconType(), stingers->GetIconType());
+}

@@ -101,7 +101,7 @@ void ExpectSameTree(const ProjectObject& a, const ProjectObject& b)
     EXPECT_EQ(a.GetObjectFlags(), b.GetObjectFlags());
     EXPECT_EQ(a.IsInclusionLinked(), b.IsInclusionLinked());
     EXPECT_EQ(a.m_includedEverywhere, b.m_includedEverywhere);
-    EXPECT_EQ(a.m_includedOn, b.m_includedOn);
+    EXPECT_EQ(a.IncludedOn(), b.IncludedOn());
     EXPECT_EQ(a.Properties(), b.Properties());
     ASSERT_EQ(a.Children().size(), b.Children().size());
     for (size_t i = 0; i < a.Children().size(); ++i)

@@ -208,3 +208,60 @@ TEST_F(TreeTest, LabelEditorBeginsEndsCancelsAndCanBeRefused)
     m_tree.SendMessage(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
     EXPECT_EQ(0, m_tree.SendMessage(TVM_GETEDITCONTROL));
 }
+
+TEST_F(TreeTest, ItemsKeepTheirOwnTextStateAndDepthWhatEverSlotTheyReuse)
+{
+    HTREEITEM top = m_tree.InsertItem(L"top", -1, 0);
+    HTREEITEM labelled = m_tree.InsertItem(L"labelled", 300, 0, top);
+    HTREEITEM deep = m_tree.InsertItem(nullptr, 0, 0, m_tree.InsertItem(nullptr, 0, 0, labelled));
+    EXPECT_EQ(3, m_tree.GetItemDepth(deep));
+    EXPECT_EQ(0, m_tree.GetItemDepth(top));
+    EXPECT_EQ(-1, m_tree.GetItemImage(top));
+    EXPECT_EQ(300, m_tree.GetItemImage(labelled));
+
+    // Every state bit a caller may use, overlay and state-image indices included.
+    const UINT all = TVIS_BOLD | TVIS_CUT | 0x0F00 | 0xF000;
+    m_tree.SetItemState(labelled, all, 0xFFFF);
+    EXPECT_EQ(all, m_tree.GetItemState(labelled, 0xFFFF));
+    m_tree.SetItemState(labelled, 0, 0x0F00);
+    EXPECT_EQ(TVIS_BOLD | TVIS_CUT | 0xF000u, m_tree.GetItemState(labelled, 0xFFFF));
+
+    EXPECT_EQ(L"labelled", m_tree.GetItemText(labelled));
+    EXPECT_EQ(L"", m_tree.GetItemText(deep)) << "no node: the control asks and gets nothing";
+    m_tree.SetItemText(deep, L"own");
+    EXPECT_EQ(L"own", m_tree.GetItemText(deep));
+    m_tree.SetItemText(deep, nullptr);
+    EXPECT_EQ(L"", m_tree.GetItemText(deep));
+
+    // Items made in the slots freed by a deletion start clean.
+    m_tree.DeleteItem(labelled);
+    EXPECT_FALSE(m_tree.ItemExists(deep));
+    for (int i = 0; i < 3; ++i)
+    {
+        HTREEITEM fresh = m_tree.InsertItem(nullptr, 0, 0, top);
+        EXPECT_EQ(L"", m_tree.GetItemText(fresh));
+        EXPECT_EQ(0u, m_tree.GetItemState(fresh, 0xFFFF));
+        EXPECT_EQ(1, m_tree.GetItemDepth(fresh));
+    }
+    EXPECT_EQ(4u, m_tree.GetCount());
+}
+
+TEST_F(TreeTest, ItemsAreFoundByGuidAcrossManyRebuildsAndNotAfterTheyGo)
+{
+    Open(kProject);
+    InsertRoot(OrbObjectCategories::AudioObjects);
+    m_tree.Expand(Item(kUnit), TVE_EXPAND);
+    const std::wstring weapons = kUnit + L"/Weapons";
+    // Each rebuild leaves the entries of the items it deleted: enough to fill the index often.
+    for (int i = 0; i < 200; ++i)
+    {
+        m_tree.Expand(Item(weapons), TVE_EXPAND);
+        HTREEITEM pistol = Item(weapons + L"/Pistol");
+        ASSERT_TRUE(pistol) << "rebuild " << i;
+        EXPECT_EQ(L"Pistol", m_tree.GetItemText(pistol));
+        EXPECT_EQ(Item(weapons), m_tree.GetParentItem(pistol));
+        m_tree.Expand(Item(weapons), TVE_COLLAPSE);
+        EXPECT_EQ(nullptr, m_tree.GetItemWithGUID(*At(weapons + L"/Pistol")->GetGUID()));
+    }
+    EXPECT_TRUE(Item(kUnit + L"/Ambience")) << "items never rebuilt stay found";
+}

@@ -80,8 +80,7 @@ TEST_F(TreeSelectionTest, ShiftRangeIsOneBatchAndKeyboardExtendsFromTheAnchor)
     EXPECT_EQ(3u, m_parent.Count(TVN_SELCHANGEDW)) << "Weapons, Pistol, Rifle join";
     EXPECT_EQ(1u, m_parent.Count(MultiSelectionTreeCtrl::NotifyBatchSelChangeEnd));
     for (auto const& note : m_parent.notes)
-        if (note.code == TVN_SELCHANGEDW)
-            EXPECT_GT(note.batchDepth, 0);
+        EXPECT_TRUE(note.code != TVN_SELCHANGEDW || note.batchDepth > 0);
     EXPECT_EQ(4u, m_tree.GetSelectedCount());
     EXPECT_EQ(ambience, m_tree.GetFirstSelectedItem());
     EXPECT_EQ(rifle, m_tree.GetFocusedItem());
