@@ -88,11 +88,11 @@ void FireInspectNotification(IOrbObject* object, int first, int second, bool for
 }
 
 void FireInspectNotification(std::vector<IOrbObject*> const& objects, int, int, bool, NotifyHelper::InspectTab,
-                             bool, bool, bool, HWND)
+                             bool, bool fromDoubleClick, bool, HWND)
 {
     if (!INotifyMgr::m_pInstance)
         return;
-    MultiObjectNotificationParam param(sn::notify::evInspect, objects);
+    sn::notify::InspectParam param(objects, fromDoubleClick);
     INotifyMgr::m_pInstance->Notify(sn::notify::chInspector, param);
 }
 } // namespace OrbObjNotify

@@ -95,4 +95,9 @@ void Host::SetLanguage(unsigned long language)
 {
     m_properties[propCurrentLanguage].SetValue(static_cast<long long>(language));
 }
+
+void Host::RefreshSourceControlIcons()
+{
+    notify::SourceControl(notify::evSourceControlIconsRefreshAll);
+}
 } // namespace sn

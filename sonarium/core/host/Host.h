@@ -57,6 +57,8 @@ public:
     void SetPlayback(bool playing) { m_playback = playing; }
     void SetPlatform(GUID const& platform);
     void SetLanguage(unsigned long language);
+    // The source-control status was read again: views drop the overlays they drew from the old one.
+    void RefreshSourceControlIcons();
 
     CWnd* GetMainWnd() const { return m_mainWnd; }
     void SetMainWnd(CWnd* wnd) { m_mainWnd = wnd; }

@@ -7,6 +7,7 @@ const ROString chProject("Project");
 const ROString chWorkUnit("WorkUnit");
 const ROString chClipboard("Clipboard");
 const ROString chInspector("Inspector");
+const ROString chSourceControl("SourceControl");
 
 const ROString evCreated("Created");
 const ROString evLoaded("Loaded");
@@ -24,6 +25,7 @@ const ROString evPostClose("Post_Close");
 const ROString evDirtyChanged("DirtyChanged");
 const ROString evReferenceBeingRemoved("ReferenceBeingRemoved");
 const ROString evInspect("Inspect");
+const ROString evSourceControlIconsRefreshAll("SourceControlIconsRefreshAll");
 
 void Object(ROString const& event, IOrbObject* object)
 {
@@ -47,6 +49,22 @@ void WorkUnit(ROString const& event, IOrbObject* unit)
         return;
     OrbObjNotify::OrbObjectNotifyParam param(event, unit);
     INotifyMgr::m_pInstance->Notify(chWorkUnit, param);
+}
+
+void Music(ROString const& event, IOrbObject* object)
+{
+    if (!INotifyMgr::m_pInstance)
+        return;
+    OrbObjNotify::OrbObjectNotifyParam param(event, object);
+    INotifyMgr::m_pInstance->Notify(MusicNotify::rosInteractiveMusic, param);
+}
+
+void SourceControl(ROString const& event)
+{
+    if (!INotifyMgr::m_pInstance)
+        return;
+    NotifyData data(event);
+    INotifyMgr::m_pInstance->Notify(chSourceControl, data);
 }
 } // namespace sn::notify
 

@@ -12,6 +12,7 @@ extern const ROString chProject;   // "Project"
 extern const ROString chWorkUnit;  // "WorkUnit"
 extern const ROString chClipboard; // "Clipboard"
 extern const ROString chInspector; // "Inspector": objects to show in the property inspector
+extern const ROString chSourceControl; // "SourceControl"
 
 extern const ROString evCreated;
 extern const ROString evLoaded;
@@ -29,8 +30,24 @@ extern const ROString evPostClose;
 extern const ROString evDirtyChanged;
 extern const ROString evReferenceBeingRemoved;
 extern const ROString evInspect;
+extern const ROString evSourceControlIconsRefreshAll;
+
+// What "Inspector"/"Inspect" carries: the objects, and whether a double click (or Enter) asked.
+class InspectParam : public OrbObjNotify::MultiObjectNotificationParam
+{
+public:
+    InspectParam(std::vector<IOrbObject*> list, bool fromDoubleClick)
+        : MultiObjectNotificationParam(evInspect, std::move(list)), fromDoubleClick(fromDoubleClick)
+    {
+    }
+
+    bool fromDoubleClick = false;
+};
 
 void Object(ROString const& event, IOrbObject* object);
 void Project(ROString const& event);
 void WorkUnit(ROString const& event, IOrbObject* unit);
+// On MusicNotify::rosInteractiveMusic.
+void Music(ROString const& event, IOrbObject* object);
+void SourceControl(ROString const& event);
 } // namespace sn::notify

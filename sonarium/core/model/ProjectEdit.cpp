@@ -1,6 +1,8 @@
 #include "sonarium/core/model/ProjectEdit.h"
 
+#include "host/Guid.h"
 #include "host/Undo.h"
+#include "host/Utf8.h"
 #include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/Project.h"
@@ -111,7 +113,7 @@ ProjectObject* CloneTree(const ProjectObject* source, Project* project, const CS
     copy->RawSetFlags(source->GetObjectFlags());
     copy->RawSetInclusionLinked(source->IsInclusionLinked());
     copy->m_includedEverywhere = source->m_includedEverywhere;
-    copy->m_includedOn = source->m_includedOn;
+    copy->RawSetIncludedOn(source->IncludedOn());
     for (const auto& [key, value] : source->Properties())
         copy->RawSetProperty(key, value);
     for (const CSmartPtr<ProjectObject>& child : source->Children())
@@ -275,7 +277,7 @@ void SetIncluded(ProjectObject* object, GUID const& platform, bool included)
     // The whole inclusion state is kept, so that undo also forgets a per-platform value that
     // did not exist before.
     using State = std::pair<bool, std::map<GUID, bool, GUIDLess>>;
-    State before{object->m_includedEverywhere, object->m_includedOn};
+    State before{object->m_includedEverywhere, object->IncludedOn()};
     State after = before;
     if (object->IsInclusionLinked() || platform == GUID_NULL)
         after.first = included;
@@ -285,7 +287,7 @@ void SetIncluded(ProjectObject* object, GUID const& platform, bool included)
         object, std::move(before), std::move(after),
         [](ProjectObject* o, const State& value) {
             o->m_includedEverywhere = value.first;
-            o->m_includedOn = value.second;
+            o->RawSetIncludedOn(value.second);
             MarkDirty(o);
             notify::Object(notify::evInclusionChanged, o);
         },
@@ -334,6 +336,41 @@ void SetProperty(ProjectObject* object, const std::string& key, const std::wstri
                 notify::Object(raised, o);
         },
         L"Property");
+}
+
+bool SetSourceFile(ProjectObject* source, const std::wstring& file)
+{
+    if (!source || source->GetObjectType() != OrbObjectType_AudioSource || file.empty())
+        return false;
+    SetProperty(source, "File", file, &notify::evSourceFileChanged);
+    return true;
+}
+
+bool SetActiveSource(ProjectObject* sound, ProjectObject* source)
+{
+    if (!sound || !source || source->Parent() != sound ||
+        source->GetObjectType() != OrbObjectType_AudioSource)
+        return false;
+    SetProperty(sound, "ActiveSource", Utf8::ToWide(GuidText::ToString(source->Id())),
+                &notify::evActiveSourceChanged);
+    return true;
+}
+
+bool SetTrackType(ProjectObject* track, const std::wstring& type)
+{
+    if (!track || track->GetObjectType() != OrbObjectType_MusicTrack || type.empty())
+        return false;
+    if (track->GetProperty("TrackType") == type)
+        return true;
+    Change<std::wstring>(
+        track, track->GetProperty("TrackType"), type,
+        [](ProjectObject* o, const std::wstring& value) {
+            o->RawSetProperty("TrackType", value);
+            MarkDirty(o);
+            notify::Music(MusicNotify::rosTrackTypeChanged, o);
+        },
+        L"Track Type");
+    return true;
 }
 
 CStdStr<wchar_t> UniqueChildName(const ProjectObject* parent, const CStdStr<wchar_t>& name)

@@ -37,6 +37,12 @@ void SetColor(ProjectObject* object, int color);
 // Sets a free-form property; raises event on the object channel when one is given.
 void SetProperty(ProjectObject* object, const std::string& key, const std::wstring& value,
                  ROString const* event = nullptr);
+// The file behind a sound's source: "SourceFileChanged" on the source.
+bool SetSourceFile(ProjectObject* source, const std::wstring& file);
+// Which of its sources a sound plays: "ActiveSourceChanged" on the sound.
+bool SetActiveSource(ProjectObject* sound, ProjectObject* source);
+// How a music track plays its clips: "TrackTypeChanged" on the music channel.
+bool SetTrackType(ProjectObject* track, const std::wstring& type);
 
 // A name not yet used by parent's children, based on name ("Sound" -> "Sound 1"...).
 CStdStr<wchar_t> UniqueChildName(const ProjectObject* parent, const CStdStr<wchar_t>& name);
