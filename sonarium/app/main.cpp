@@ -1,0 +1,132 @@
+// sonarium [PROJECT] [--script FILE|-]
+//
+// Opens the project given (the bundled sample by default) with the default explorer panes.
+// With --script, runs the script headless and prints what it asks for; an error names the line
+// and the run exits with 1. With a display, shows the main window. Without one, prints the
+// panes' trees, renders the main window offscreen to a PNG and prints where it went.
+
+#include "host/Utf8.h"
+#include "sonarium/app/script/ScriptRunner.h"
+#include "sonarium/app/session/TreeText.h"
+#include "sonarium/core/prefs/PreferencesStore.h"
+#include "sonarium/qt/DesktopRun.h"
+
+#include <fstream>
+#include <iostream>
+#include <string>
+
+namespace
+{
+struct Arguments
+{
+    std::string project = SONARIUM_SAMPLES_DIR "/Demo";
+    std::string script; // empty: none; "-": standard input
+};
+
+bool Parse(int argc, char** argv, Arguments& arguments, std::string& error)
+{
+    bool projectGiven = false;
+    for (int i = 1; i < argc; ++i)
+    {
+        const std::string word = argv[i];
+        if (word == "--script")
+        {
+            if (++i == argc)
+                return error = "--script needs a file name, or - for standard input", false;
+            arguments.script = argv[i];
+        }
+        else if (word.rfind("--", 0) == 0)
+            return error = "unknown option " + word, false;
+        else if (projectGiven)
+            return error = "only one project can be opened: " + word, false;
+        else
+        {
+            arguments.project = word;
+            projectGiven = true;
+        }
+    }
+    return true;
+}
+
+void LayOutDefaultPanes(sn::AppSession& session)
+{
+    LONG left = 0;
+    for (sn::PaneDefinition const& pane : sn::DefaultPanes())
+    {
+        session.OpenPane(pane, CRect(left, 0, left + 300, 600));
+        left += 320;
+    }
+}
+
+int RunScript(sn::AppSession& session, std::string const& path)
+{
+    std::ifstream file;
+    if (path != "-")
+    {
+        file.open(path);
+        if (!file)
+        {
+            std::cerr << "sonarium: cannot read the script " << path << "\n";
+            return 2;
+        }
+    }
+    sn::ScriptRunner runner(session, std::wcout);
+    std::string error;
+    const bool ran = runner.Run(path == "-" ? std::cin : file, path == "-" ? "<stdin>" : path, error);
+    std::wcout.flush();
+    if (!ran)
+    {
+        std::cerr << error << "\n";
+        return 1;
+    }
+    return 0;
+}
+
+void PrintTrees(sn::AppSession& session)
+{
+    for (sn::Pane& pane : session.Panes())
+    {
+        std::wcout << L"tree " << pane.name << L"\n";
+        for (std::wstring const& line : sn::TreeLines(pane.view->GetTreeCtrl()))
+            std::wcout << L"  " << line << L"\n";
+    }
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::locale::global(std::locale("C.UTF-8"));
+    std::wcout.imbue(std::locale());
+    Arguments arguments;
+    std::string error;
+    if (!Parse(argc, argv, arguments, error))
+    {
+        std::cerr << "sonarium: " << error << "\nusage: sonarium [PROJECT] [--script FILE|-]\n";
+        return 2;
+    }
+    sn::AppSession session;
+    std::vector<std::wstring> messages;
+    const bool opened = session.OpenProject(arguments.project, messages);
+    for (std::wstring const& message : messages)
+        std::cerr << "sonarium: " << Utf8::FromWide(message) << "\n";
+    if (!opened)
+    {
+        std::cerr << "sonarium: cannot open the project " << arguments.project << "\n";
+        return 2;
+    }
+    LayOutDefaultPanes(session);
+    if (!arguments.script.empty())
+        return RunScript(session, arguments.script);
+    if (sn::qt::HasDisplay())
+        return sn::qt::RunDesktop(session, argc, argv);
+    PrintTrees(session);
+    std::wcout.flush();
+    sn::qt::Screenshot shot;
+    if (!sn::qt::RenderOffscreen(session, argc, argv, shot, error))
+    {
+        std::cerr << "sonarium: " << error << "\n";
+        return 1;
+    }
+    std::wcout << L"window: " << shot.path.wstring() << L" (" << shot.width << L"x" << shot.height << L")\n";
+    return 0;
+}

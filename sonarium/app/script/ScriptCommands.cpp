@@ -1,0 +1,291 @@
+// The script commands that act: gestures on the tree, keys, dialog answers, host messages and
+// host actions, and the printouts.
+
+#include "sonarium/app/script/ScriptRunner.h"
+
+#include "host/Utf8.h"
+#include "platform/WindowSystem.h"
+#include "sonarium/app/script/ScriptWords.h"
+#include "sonarium/app/session/TreeText.h"
+#include "sonarium/core/host/ProjectBuilder.h"
+#include "sonarium/core/model/CurrentState.h"
+#include "sonarium/core/model/NodeRules.h"
+#include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/ui/dialogs/MessageBoxButtons.h"
+
+#include <map>
+#include <sstream>
+
+namespace sn
+{
+namespace
+{
+bool Fail(std::wstring& error, std::wstring text)
+{
+    error = std::move(text);
+    return false;
+}
+
+std::optional<UINT> KeyCode(std::wstring const& name)
+{
+    static const std::map<std::wstring, UINT> k_keys = {
+        {L"Up", VK_UP},         {L"Down", VK_DOWN},       {L"Left", VK_LEFT},     {L"Right", VK_RIGHT},
+        {L"Home", VK_HOME},     {L"End", VK_END},         {L"PageUp", VK_PRIOR},  {L"PageDown", VK_NEXT},
+        {L"Delete", VK_DELETE}, {L"Enter", VK_RETURN},    {L"Escape", VK_ESCAPE}, {L"Space", VK_SPACE},
+        {L"Add", VK_ADD},       {L"Subtract", VK_SUBTRACT}, {L"F2", VK_F2},      {L"F5", VK_F5},
+        {L"Shift", VK_SHIFT},   {L"Backspace", VK_BACK},  {L"Tab", VK_TAB},
+    };
+    if (auto found = k_keys.find(name); found != k_keys.end())
+        return found->second;
+    if (name.size() == 1 && ((name[0] >= L'A' && name[0] <= L'Z') || (name[0] >= L'0' && name[0] <= L'9')))
+        return static_cast<UINT>(name[0]);
+    return std::nullopt;
+}
+
+void Indented(std::wostream& out, std::wstring const& title, std::vector<std::wstring> const& lines)
+{
+    out << title << L"\n";
+    for (auto const& line : lines)
+        out << L"  " << line << L"\n";
+}
+
+std::vector<std::wstring> LinesOf(std::wstring const& text)
+{
+    std::vector<std::wstring> lines;
+    std::wistringstream stream(text);
+    for (std::wstring line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+} // namespace
+
+bool ScriptRunner::Gesture(Words const& given, std::wstring& error)
+{
+    Words words = given;
+    const unsigned keys = TakeModifiers(words);
+    PETreeCtrl* tree = Tree(error);
+    if (!tree)
+        return false;
+    if (words[0] == L"click-empty")
+    {
+        const int row = tree->GetRowCount() - tree->GetScrollRow();
+        if (row >= static_cast<int>(tree->GetVisibleCount()))
+            return Fail(error, L"there is no empty space below the last row");
+        tree->Click(CPoint(40, row * tree->GetItemHeight() + tree->GetItemHeight() / 2), keys);
+        return true;
+    }
+    if (words.size() < 2)
+        return Fail(error, L"usage: " + words[0] + L" ROW [ctrl] [shift] [alt]");
+    HTREEITEM item = Row(words[1], error);
+    if (!item)
+        return false;
+    const PETreeRow row = tree->GetRow(item);
+    const int y = (row.row.top + row.row.bottom) / 2;
+    const CPoint label(row.label.left + 2, y);
+    if (words[0] == L"click")
+        tree->Click(label, keys);
+    else if (words[0] == L"double-click")
+        tree->DoubleClick(label, keys);
+    else if (words[0] == L"right-click")
+        tree->RightClick(label, keys);
+    else if (words[0] == L"toggle")
+    {
+        if (!row.hasButton)
+            return Fail(error, L"\"" + words[1] + L"\" has no expand button");
+        tree->Click(CPoint((row.button.left + row.button.right) / 2, y), keys);
+    }
+    else
+        return Fail(error, L"unknown gesture \"" + words[0] + L"\"");
+    return true;
+}
+
+bool ScriptRunner::Key(Words const& given, std::wstring& error)
+{
+    Words words = given;
+    const unsigned keys = TakeModifiers(words);
+    PETreeCtrl* tree = Tree(error);
+    if (!tree)
+        return false;
+    if (words.size() < 2)
+        return Fail(error, L"usage: key NAME [ctrl] [shift] [alt]");
+    std::optional<UINT> vk = KeyCode(words[1]);
+    if (!vk)
+        return Fail(error, L"unknown key \"" + words[1] + L"\"");
+    tree->KeyPress(*vk, keys);
+    return true;
+}
+
+bool ScriptRunner::Answer(Words const& words, std::wstring& error)
+{
+    const std::wstring kind = words.size() > 1 ? words[1] : L"";
+    if (kind == L"message" && words.size() >= 3)
+    {
+        const int button = MessageBoxButtons::Parse(words[2]);
+        if (button == 0)
+            return Fail(error, L"unknown button \"" + words[2] + L"\"");
+        m_dialogs.AnswerMessageBox(button, words.size() > 3 && words[3] == L"ticked");
+        return true;
+    }
+    if (kind == L"name" && words.size() >= 3)
+        m_dialogs.AnswerNewWorkUnit(words[2]);
+    else if (kind == L"name-cancel")
+        m_dialogs.CancelNewWorkUnit();
+    else if (kind == L"unload" && words.size() >= 3)
+    {
+        static const std::map<std::wstring, UnloadDirtyWorkUnitsDlg::Decision> k_decisions = {
+            {L"save", UnloadDirtyWorkUnitsDlg::Decision_Save},
+            {L"cancel", UnloadDirtyWorkUnitsDlg::Decision_Cancel},
+            {L"discard", UnloadDirtyWorkUnitsDlg::Decision_Discard},
+        };
+        auto decision = k_decisions.find(words[2]);
+        if (decision == k_decisions.end())
+            return Fail(error, L"unknown decision \"" + words[2] + L"\" (save, cancel or discard)");
+        m_dialogs.AnswerUnloadDirty(decision->second);
+    }
+    else if (kind == L"file" && words.size() >= 3)
+        m_dialogs.AnswerFile(Words(words.begin() + 2, words.end()));
+    else if (kind == L"file-cancel")
+        m_dialogs.CancelFile();
+    else
+        return Fail(error, L"usage: answer message BUTTON [ticked] | name TEXT | name-cancel | unload DECISION | "
+                           L"file PATH... | file-cancel");
+    return true;
+}
+
+bool ScriptRunner::Send(Words const& given, std::wstring& error)
+{
+    Words words = given;
+    const unsigned keys = TakeModifiers(words);
+    Pane* pane = PaneNamed(words, 2, error);
+    if (!pane)
+        return false;
+    static const std::map<std::wstring, UINT> k_messages = {
+        {L"cut", WM_CUT},           {L"copy", WM_COPY},           {L"paste", WM_PASTE},
+        {L"delete", WM_APP + 0xEF}, {L"rename", WM_APP + 0xF0},   {L"can-cut", WM_APP + 0xCA},
+        {L"can-copy", WM_APP + 0xCB}, {L"can-paste", WM_APP + 0xCC},
+    };
+    const std::wstring name = words.size() > 1 ? words[1] : L"";
+    if (name.rfind(L"key:", 0) == 0)
+    {
+        // The host forwards a key message it saw first, with the modifiers held.
+        std::optional<UINT> vk = KeyCode(name.substr(4));
+        if (!vk)
+            return Fail(error, L"unknown key \"" + name.substr(4) + L"\"");
+        std::vector<std::pair<int, bool>> held;
+        for (auto [bit, key] : {std::pair{MK_SHIFT, VK_SHIFT}, {MK_CONTROL, VK_CONTROL}, {MK_ALT, VK_MENU}})
+            if (keys & bit)
+            {
+                held.emplace_back(key, WindowSystem::Get().IsKeyDown(key));
+                WindowSystem::Get().SetKeyDown(key, true);
+            }
+        MSG msg{};
+        msg.message = WM_KEYDOWN;
+        msg.wParam = *vk;
+        pane->view->SendMessage(WM_APP + 0x36, reinterpret_cast<WPARAM>(&msg), 0);
+        for (auto [key, down] : held)
+            WindowSystem::Get().SetKeyDown(key, down);
+        return true;
+    }
+    auto message = k_messages.find(name);
+    if (message == k_messages.end())
+        return Fail(error, L"usage: send cut|copy|paste|delete|rename|can-cut|can-copy|can-paste|key:NAME [PANE]");
+    const LRESULT result = pane->view->SendMessage(message->second, 0, 0);
+    if (name.rfind(L"can-", 0) == 0)
+        m_out << name << L": " << (result == 1 ? L"allowed" : result == 2 ? L"not allowed" : L"no answer") << L"\n";
+    return true;
+}
+
+bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
+{
+    Host& host = m_session.GetHost();
+    Project* project = m_session.GetProject();
+    const std::wstring action = words.size() > 1 ? words[1] : L"";
+    auto object = [&](size_t index) -> ProjectObject* {
+        ProjectObject* found = project && index < words.size() ? FindByPath(*project, words[index]) : nullptr;
+        if (!found)
+            Fail(error, L"no object at \"" + (index < words.size() ? words[index] : L"") + L"\"");
+        return found;
+    };
+    if (action == L"rename" && words.size() >= 4)
+    {
+        ProjectObject* target = object(2);
+        return target && (ProjectEdit::Rename(target, words[3].c_str()) ||
+                          Fail(error, L"the host refused the name \"" + words[3] + L"\""));
+    }
+    if (action == L"delete" && words.size() >= 3)
+    {
+        ProjectObject* target = object(2);
+        return target && (ProjectEdit::Delete(target) || Fail(error, L"the host refused to delete it"));
+    }
+    if (action == L"create" && words.size() >= 5)
+    {
+        ProjectObject* parent = object(2);
+        PMTreeNode::NodeType type;
+        if (!parent)
+            return false;
+        if (!rules::ParseNodeType(Utf8::FromWide(words[3]), type))
+            return Fail(error, L"unknown object type \"" + words[3] + L"\"");
+        return ProjectEdit::Create(parent, type, words[4].c_str()) ||
+               Fail(error, L"the host refused to create it there");
+    }
+    if ((action == L"platform" || action == L"language") && words.size() >= 3 && project)
+    {
+        if (action == L"platform")
+            for (Platform const& platform : project->Platforms())
+                if (words[2] == platform.name.c_str())
+                    return host.SetPlatform(platform.id), true;
+        if (action == L"language")
+            for (Language const& language : project->Languages())
+                if (words[2] == language.name.c_str())
+                    return host.SetLanguage(language.id), true;
+        return Fail(error, L"the project has no " + action + L" named \"" + words[2] + L"\"");
+    }
+    if (action == L"play" || action == L"stop")
+        return host.SetPlayback(action == L"play"), true;
+    if (action == L"undo")
+        return host.Undo().Undo() || Fail(error, L"there is nothing to undo");
+    if (action == L"redo")
+        return host.Undo().Redo() || Fail(error, L"there is nothing to redo");
+    if (action == L"lock" || action == L"unlock")
+    {
+        CProp& lock = host.Properties().Prop(propLockUIUpdate, 3, 1);
+        lock = lock.GetInt() + (action == L"lock" ? 1 : -1);
+        return true;
+    }
+    return Fail(error, L"usage: host rename PATH NAME | delete PATH | create PARENT TYPE NAME | platform NAME | "
+                       L"language NAME | play | stop | undo | redo | lock | unlock");
+}
+
+bool ScriptRunner::Print(Words const& words, std::wstring& error)
+{
+    const std::wstring what = words.size() > 1 ? words[1] : L"";
+    if (what == L"tree" || what == L"selection")
+    {
+        Pane* pane = PaneNamed(words, 2, error);
+        if (!pane)
+            return false;
+        PETreeCtrl& tree = pane->view->GetTreeCtrl();
+        Indented(m_out, what + L" " + pane->name, what == L"tree" ? TreeLines(tree) : SelectionLines(tree));
+        return true;
+    }
+    if (what == L"notifications")
+    {
+        Indented(m_out, L"notifications", m_session.Recorder().Lines());
+        m_session.Recorder().Clear();
+        return true;
+    }
+    if (what == L"dialogs")
+    {
+        Indented(m_out, L"dialogs", LinesOf(m_dialogs.Transcript()));
+        m_dialogs.Clear();
+        return true;
+    }
+    if (what == L"menus")
+    {
+        Indented(m_out, L"menus", m_menus.Transcript());
+        m_menus.Clear();
+        return true;
+    }
+    return Fail(error, L"usage: print tree [PANE] | selection [PANE] | notifications | dialogs | menus");
+}
+} // namespace sn

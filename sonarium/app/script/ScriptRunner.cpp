@@ -1,0 +1,215 @@
+#include "sonarium/app/script/ScriptRunner.h"
+
+#include "host/Utf8.h"
+#include "platform/WindowSystem.h"
+#include "sonarium/app/script/ScriptWords.h"
+#include "sonarium/core/host/ProjectBuilder.h"
+#include "sonarium/core/model/NodeRules.h"
+
+#include <sstream>
+
+namespace sn
+{
+namespace
+{
+bool Fail(std::wstring& error, std::wstring text)
+{
+    error = std::move(text);
+    return false;
+}
+
+bool NeedWords(std::vector<std::wstring> const& words, size_t least, wchar_t const* usage,
+               std::wstring& error)
+{
+    if (words.size() >= least)
+        return true;
+    return Fail(error, L"usage: " + std::wstring(usage));
+}
+} // namespace
+
+ScriptRunner::ScriptRunner(AppSession& session, std::wostream& out)
+    : m_session(session), m_out(out), m_installDialogs(&m_dialogs)
+{
+    AddCommands();
+}
+
+ScriptRunner::~ScriptRunner() = default;
+
+bool ScriptRunner::Run(std::istream& script, std::string const& name, std::string& error)
+{
+    int number = 0;
+    for (std::string raw; std::getline(script, raw);)
+    {
+        ++number;
+        std::wstring why;
+        if (!RunLine(Utf8::ToWide(raw), why))
+        {
+            error = name + ":" + std::to_string(number) + ": " + Utf8::FromWide(why);
+            return false;
+        }
+    }
+    return true;
+}
+
+bool ScriptRunner::RunLine(std::wstring const& line, std::wstring& error)
+{
+    std::optional<Words> split = SplitScriptLine(line);
+    if (!split)
+        return Fail(error, L"a quote is not closed");
+    Words& words = *split;
+    if (words.empty())
+        return true;
+    auto command = m_commands.find(words[0]);
+    if (command == m_commands.end())
+        return Fail(error, L"unknown command \"" + words[0] + L"\"");
+    const size_t unanswered = m_dialogs.UnansweredCount();
+    if (!command->second(words, error))
+        return false;
+    m_session.Pump();
+    if (std::wstring failure = m_menus.TakeFailure(); !failure.empty())
+        return Fail(error, failure);
+    if (m_dialogs.UnansweredCount() > unanswered)
+        return Fail(error, L"a dialog was shown with no answer queued: " + m_dialogs.Records().back().text);
+    return true;
+}
+
+PETreeCtrl* ScriptRunner::Tree(std::wstring& error)
+{
+    Pane* pane = m_pane.empty() ? (m_session.Panes().empty() ? nullptr : &m_session.Panes().front())
+                                : m_session.FindPane(m_pane);
+    if (!pane)
+    {
+        Fail(error, L"no pane is open");
+        return nullptr;
+    }
+    return &pane->view->GetTreeCtrl();
+}
+
+Pane* ScriptRunner::PaneNamed(Words const& words, size_t index, std::wstring& error)
+{
+    if (index >= words.size())
+    {
+        if (!m_pane.empty())
+            return m_session.FindPane(m_pane);
+        if (m_session.Panes().empty())
+            Fail(error, L"no pane is open");
+        return m_session.Panes().empty() ? nullptr : &m_session.Panes().front();
+    }
+    Pane* pane = m_session.FindPane(words[index]);
+    if (!pane)
+        Fail(error, L"no pane named \"" + words[index] + L"\"");
+    return pane;
+}
+
+HTREEITEM ScriptRunner::Row(std::wstring const& path, std::wstring& error)
+{
+    PETreeCtrl* tree = Tree(error);
+    if (!tree)
+        return nullptr;
+    Project* project = m_session.GetProject();
+    ProjectObject* object = project ? FindByPath(*project, path) : nullptr;
+    if (!object)
+    {
+        Fail(error, L"no object at \"" + path + L"\"");
+        return nullptr;
+    }
+    HTREEITEM item = tree->GetItemWithGUID(object->Id(), TVI_ROOT);
+    if (!item)
+    {
+        Fail(error, L"\"" + path + L"\" has no row in the tree (is its parent collapsed?)");
+        return nullptr;
+    }
+    // A user scrolls to a row before clicking it.
+    tree->EnsureVisible(item);
+    return item;
+}
+
+bool ScriptRunner::OpenPane(Words const& words, std::wstring& error)
+{
+    if (!NeedWords(words, 3, L"pane NAME CATEGORY...", error))
+        return false;
+    if (m_session.FindPane(words[1]))
+        return Fail(error, L"a pane named \"" + words[1] + L"\" is already open");
+    PaneDefinition definition{words[1], {}};
+    for (size_t i = 2; i < words.size(); ++i)
+    {
+        OrbObjectCategories::Category category;
+        if (!rules::ParseCategory(Utf8::FromWide(words[i]), category))
+            return Fail(error, L"unknown category \"" + words[i] + L"\"");
+        definition.categories.insert(category);
+    }
+    const LONG left = static_cast<LONG>(320 * m_session.Panes().size());
+    m_session.OpenPane(definition, CRect(left, 0, left + 300, 600));
+    return true;
+}
+
+void ScriptRunner::AddCommands()
+{
+    m_commands[L"open"] = [this](Words const& words, std::wstring& error) {
+        if (!NeedWords(words, 2, L"open PATH", error))
+            return false;
+        std::vector<std::wstring> messages;
+        const bool opened = m_session.OpenProject(Utf8::FromWide(words[1]), messages);
+        for (auto const& message : messages)
+            m_out << L"problem: " << message << L"\n";
+        return opened || Fail(error, L"cannot open the project \"" + words[1] + L"\"");
+    };
+    m_commands[L"save"] = [this](Words const&, std::wstring& error) {
+        std::vector<std::wstring> messages;
+        const bool saved = m_session.SaveProject(messages);
+        for (auto const& message : messages)
+            m_out << L"problem: " << message << L"\n";
+        return saved || Fail(error, L"the project could not be saved");
+    };
+    m_commands[L"close"] = [this](Words const&, std::wstring&) {
+        m_session.CloseProject();
+        return true;
+    };
+    m_commands[L"pane"] = [this](Words const& words, std::wstring& error) { return OpenPane(words, error); };
+    m_commands[L"close-pane"] = [this](Words const& words, std::wstring& error) {
+        for (size_t i = 0; words.size() > 1 && i < m_session.Panes().size(); ++i)
+            if (m_session.Panes()[i].name == words[1])
+            {
+                m_session.ClosePane(i);
+                if (m_pane == words[1])
+                    m_pane.clear();
+                return true;
+            }
+        return Fail(error, L"usage: close-pane NAME (an open pane)");
+    };
+    m_commands[L"use"] = [this](Words const& words, std::wstring& error) {
+        if (!PaneNamed(words, 1, error))
+            return false;
+        m_pane = words[1];
+        return true;
+    };
+    for (wchar_t const* gesture : {L"click", L"double-click", L"right-click", L"toggle", L"click-empty", L"drag"})
+        m_commands[gesture] = [this](Words const& words, std::wstring& error) { return Gesture(words, error); };
+    m_commands[L"key"] = [this](Words const& words, std::wstring& error) { return Key(words, error); };
+    m_commands[L"type"] = [this](Words const& words, std::wstring& error) {
+        PETreeCtrl* tree = Tree(error);
+        if (!tree || !NeedWords(words, 2, L"type TEXT", error))
+            return false;
+        if (!tree->GetEditControl())
+            return Fail(error, L"no label editor is open");
+        tree->TypeText(words[1]);
+        return true;
+    };
+    m_commands[L"menu"] = [this](Words const& words, std::wstring& error) {
+        if (!NeedWords(words, 2, L"menu ENTRY[/SUBENTRY...]", error))
+            return false;
+        m_menus.Choose(words[1]);
+        return true;
+    };
+    m_commands[L"answer"] = [this](Words const& words, std::wstring& error) { return Answer(words, error); };
+    m_commands[L"advance"] = [](Words const& words, std::wstring& error) {
+        if (words.size() < 2 || words[1].find_first_not_of(L"0123456789") != std::wstring::npos)
+            return Fail(error, L"usage: advance MILLISECONDS");
+        WindowSystem::Get().Advance(static_cast<DWORD>(std::stoul(words[1])));
+        return true;
+    };
+    m_commands[L"send"] = [this](Words const& words, std::wstring& error) { return Send(words, error); };
+    m_commands[L"host"] = [this](Words const& words, std::wstring& error) { return HostEdit(words, error); };
+    m_commands[L"print"] = [this](Words const& words, std::wstring& error) { return Print(words, error); };
+}
+} // namespace sn

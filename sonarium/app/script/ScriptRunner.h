@@ -1,0 +1,56 @@
+#pragma once
+// Runs a script of user gestures and host actions against an application session, headless.
+// The language is described in docs/scripting.md. Output goes to the stream given; the first
+// bad line stops the run with an error that names the line and what was wrong.
+
+#include "sonarium/app/script/ScriptedMenus.h"
+#include "sonarium/app/session/AppSession.h"
+#include "sonarium/ui/dialogs/ScriptedDialogService.h"
+
+#include <functional>
+#include <istream>
+#include <map>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace sn
+{
+class ScriptRunner
+{
+public:
+    ScriptRunner(AppSession& session, std::wostream& out);
+    ~ScriptRunner();
+    ScriptRunner(ScriptRunner const&) = delete;
+    ScriptRunner& operator=(ScriptRunner const&) = delete;
+
+    // False at the first failing line; `error` then reads "<name>:<line>: <what was wrong>".
+    bool Run(std::istream& script, std::string const& name, std::string& error);
+    // One line; false with the reason when it cannot be done.
+    bool RunLine(std::wstring const& line, std::wstring& error);
+
+private:
+    using Words = std::vector<std::wstring>;
+    using Handler = std::function<bool(Words const&, std::wstring&)>;
+
+    void AddCommands();
+    bool Gesture(Words const& words, std::wstring& error);
+    bool Key(Words const& words, std::wstring& error);
+    bool Answer(Words const& words, std::wstring& error);
+    bool Send(Words const& words, std::wstring& error);
+    bool HostEdit(Words const& words, std::wstring& error);
+    bool Print(Words const& words, std::wstring& error);
+    bool OpenPane(Words const& words, std::wstring& error);
+    Pane* PaneNamed(Words const& words, size_t index, std::wstring& error);
+    HTREEITEM Row(std::wstring const& path, std::wstring& error);
+    PETreeCtrl* Tree(std::wstring& error);
+
+    AppSession& m_session;
+    std::wostream& m_out;
+    ScriptedDialogService m_dialogs;
+    ScopedDialogService m_installDialogs;
+    ScriptedMenus m_menus;
+    std::map<std::wstring, Handler> m_commands;
+    std::wstring m_pane; // the pane gestures go to; empty: the first
+};
+} // namespace sn

@@ -1,0 +1,77 @@
+#include "sonarium/app/script/ScriptedMenus.h"
+
+#include <sstream>
+#include <utility>
+
+namespace sn
+{
+std::wstring MenuEntryText(std::wstring const& text)
+{
+    std::wstring shown;
+    for (size_t i = 0; i < text.size() && text[i] != L'\t'; ++i)
+    {
+        if (text[i] == L'&' && i + 1 < text.size() && text[i + 1] != L'&')
+            continue;
+        shown += text[i];
+    }
+    return shown;
+}
+
+ScriptedMenus::ScriptedMenus() : m_previous(MenuSystem::GetPresenter())
+{
+    MenuSystem::SetPresenter(this);
+}
+
+ScriptedMenus::~ScriptedMenus()
+{
+    MenuSystem::SetPresenter(m_previous);
+}
+
+std::wstring ScriptedMenus::TakeFailure()
+{
+    return std::exchange(m_failure, std::wstring());
+}
+
+UINT_PTR ScriptedMenus::TrackPopupMenu(HMENU menu, POINT, HWND)
+{
+    const std::vector<MenuItem>* items = MenuSystem::Items(menu);
+    if (!items)
+        return 0;
+    std::wstring shown = L"menu:";
+    for (MenuItem const& item : *items)
+        shown += item.IsSeparator() ? L" |" : L" " + MenuEntryText(item.text) + (item.IsPopup() ? L" >" : L"") +
+                                                  (item.IsEnabled() ? L"" : L" (disabled)");
+    m_transcript.push_back(shown);
+    if (m_choices.empty())
+    {
+        m_transcript.push_back(L"  -> dismissed");
+        return 0;
+    }
+    const std::wstring path = m_choices.front();
+    m_choices.pop_front();
+    std::wistringstream parts(path);
+    const std::vector<MenuItem>* level = items;
+    for (std::wstring part; std::getline(parts, part, L'/');)
+    {
+        const MenuItem* found = nullptr;
+        for (MenuItem const& item : level ? *level : std::vector<MenuItem>())
+            if (!item.IsSeparator() && MenuEntryText(item.text) == part)
+                found = &item;
+        if (!found || !found->IsEnabled())
+        {
+            m_failure = L"no " + std::wstring(found ? L"enabled " : L"") + L"menu entry \"" + path + L"\"";
+            m_transcript.push_back(L"  -> dismissed (" + m_failure + L")");
+            return 0;
+        }
+        if (!found->IsPopup())
+        {
+            m_transcript.push_back(L"  -> " + path);
+            return found->id;
+        }
+        level = MenuSystem::Items(found->submenu);
+    }
+    m_failure = L"menu entry \"" + path + L"\" opens a submenu";
+    m_transcript.push_back(L"  -> dismissed (" + m_failure + L")");
+    return 0;
+}
+} // namespace sn

@@ -1,0 +1,156 @@
+#include "sonarium/app/session/AppSession.h"
+
+#include "host/Utf8.h"
+#include "platform/WindowSystem.h"
+#include "sonarium/core/storage/ProjectStorage.h"
+
+namespace sn
+{
+namespace
+{
+// The host's question to its main window: may this view drive the primary transport?
+constexpr UINT k_mayDriveTransport = WM_APP + 0x33;
+
+void Describe(StorageProblems const& problems, std::vector<std::wstring>& messages)
+{
+    for (StorageProblem const& problem : problems)
+        messages.emplace_back(problem.Text().c_str());
+}
+} // namespace
+
+std::vector<PaneDefinition> DefaultPanes()
+{
+    return {
+        {L"Audio", {OrbObjectCategories::AudioObjects, OrbObjectCategories::Busses}},
+        {L"Events", {OrbObjectCategories::Events, OrbObjectCategories::SoundBanks}},
+    };
+}
+
+LRESULT AppMainWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == k_mayDriveTransport)
+    {
+        CWnd* view = CWnd::FromHandle(reinterpret_cast<HWND>(wParam));
+        return view && IsChild(view) && view->IsWindowVisible() ? 1 : 0;
+    }
+    return CWnd::WindowProc(message, wParam, lParam);
+}
+
+AppSession::AppSession(HostOptions options) : m_host(std::make_unique<Host>(std::move(options)))
+{
+    m_main.Create(L"SonariumMain", L"Sonarium", WS_VISIBLE, CRect(0, 0, 1200, 800), nullptr, 0);
+    m_host->SetMainWnd(&m_main);
+    m_recorder = std::make_unique<HostRecorder>();
+}
+
+AppSession::~AppSession()
+{
+    CloseAllPanes();
+    m_recorder.reset();
+    m_host->SetMainWnd(nullptr);
+    m_main.DestroyWindow();
+    m_host.reset();
+}
+
+bool AppSession::OpenProject(std::filesystem::path const& path, std::vector<std::wstring>& messages)
+{
+    OpenResult opened = sn::OpenProject(path);
+    Describe(opened.problems, messages);
+    if (!opened.project)
+        return false;
+    // Views are built over one project: the panes are rebuilt around the new one, saving and
+    // restoring their state as a closed and reopened pane does.
+    const std::vector<PaneDefinition> panes = ClosePanesKeepingLayout();
+    m_host->SetProject(std::move(opened.project));
+    ReopenPanes(panes);
+    Pump();
+    return true;
+}
+
+bool AppSession::SaveProject(std::vector<std::wstring>& messages)
+{
+    Project* project = GetProject();
+    if (!project)
+    {
+        messages.push_back(L"no project is open");
+        return false;
+    }
+    StorageProblems problems;
+    const bool saved = sn::SaveProject(*project, problems);
+    Describe(problems, messages);
+    Pump();
+    return saved;
+}
+
+void AppSession::CloseProject()
+{
+    const std::vector<PaneDefinition> panes = ClosePanesKeepingLayout();
+    m_host->CloseProject();
+    ReopenPanes(panes);
+    Pump();
+}
+
+std::vector<PaneDefinition> AppSession::ClosePanesKeepingLayout()
+{
+    std::vector<PaneDefinition> definitions;
+    for (Pane const& pane : m_panes)
+        definitions.push_back({pane.name, pane.categories, pane.rect});
+    CloseAllPanes();
+    return definitions;
+}
+
+void AppSession::ReopenPanes(std::vector<PaneDefinition> const& definitions)
+{
+    for (PaneDefinition const& definition : definitions)
+        OpenPane(definition, definition.rect);
+}
+
+Pane& AppSession::OpenPane(PaneDefinition const& definition, RECT const& rect)
+{
+    auto* view = new DlgProjectExplorer(definition.categories, &m_main);
+    view->Create(DlgProjectExplorer::IDD, &m_main);
+    view->MoveWindow(&rect);
+    view->OnLoadView();
+    m_panes.push_back({definition.name, definition.categories, rect, view});
+    Pump();
+    return m_panes.back();
+}
+
+void AppSession::ClosePane(size_t index)
+{
+    if (index >= m_panes.size())
+        return;
+    DlgProjectExplorer* view = m_panes[index].view;
+    m_panes.erase(m_panes.begin() + static_cast<std::ptrdiff_t>(index));
+    view->OnDeleteView();
+    view->DestroyWindow();
+}
+
+void AppSession::CloseAllPanes()
+{
+    while (!m_panes.empty())
+        ClosePane(m_panes.size() - 1);
+}
+
+Pane* AppSession::FindPane(std::wstring const& name)
+{
+    for (Pane& pane : m_panes)
+        if (pane.name == name)
+            return &pane;
+    return nullptr;
+}
+
+Pane* AppSession::ActivePane()
+{
+    CWnd* focus = CWnd::GetFocus();
+    for (Pane& pane : m_panes)
+        if (focus && (focus == pane.view || pane.view->IsChild(focus)))
+            return &pane;
+    return m_panes.empty() ? nullptr : &m_panes.front();
+}
+
+void AppSession::Pump()
+{
+    WindowSystem::Get().RunUntilIdle();
+}
+} // namespace sn

@@ -1,0 +1,56 @@
+#pragma once
+// What the host's own panes receive from the explorer views: the event viewer's list, the
+// property inspector's objects and the primary transport. The desktop application shows it;
+// scripts print it.
+
+#include "host/NotifyMgr.h"
+#include "host/ROString.h"
+
+#include <string>
+#include <vector>
+
+class IOrbObject;
+
+namespace sn
+{
+class HostRecorder
+{
+public:
+    HostRecorder();
+    ~HostRecorder();
+    HostRecorder(HostRecorder const&) = delete;
+    HostRecorder& operator=(HostRecorder const&) = delete;
+
+    // One line per notification since the last Clear, e.g. "event viewer: AudioObjects/Default
+    // Work Unit/Rain" or "transport: disabled".
+    std::vector<std::wstring> const& Lines() const { return m_lines; }
+    void Clear() { m_lines.clear(); }
+
+    // The latest state of each pane.
+    std::vector<std::wstring> const& EventViewer() const { return m_eventViewer; }
+    std::vector<std::wstring> const& Inspected() const { return m_inspected; }
+    std::wstring const& TransportObject() const { return m_transport; }
+
+    // Called after each change, for the panes that show it.
+    void SetListener(void (*listener)(void*), void* context);
+
+private:
+    void OnEventViewer(CNotifyItemBase* item);
+    void OnTransport(CNotifyItemBase* item);
+    void OnObject(CNotifyItemBase* item);
+    void OnInspector(CNotifyItemBase* item);
+    void Add(std::wstring line);
+
+    std::vector<ROString> m_channels;
+    std::vector<std::wstring> m_lines;
+    std::vector<std::wstring> m_eventViewer;
+    std::vector<std::wstring> m_inspected;
+    std::wstring m_transport;
+    void (*m_listener)(void*) = nullptr;
+    void* m_listenerContext = nullptr;
+};
+
+// "Category/Work Unit/.../Name" of a project object: how scripts and recorders name objects.
+std::wstring ObjectPath(IOrbObject const* object);
+std::wstring ObjectPaths(std::vector<IOrbObject*> const& objects);
+} // namespace sn
