@@ -1,0 +1,242 @@
+#include "sonarium/qt/MainWindow.h"
+
+#include "sonarium/core/model/CurrentState.h"
+#include "sonarium/qt/PaneWidget.h"
+#include "sonarium/qt/QtText.h"
+#include "sonarium/qt/QtWindowSystemDriver.h"
+#include "sonarium/qt/SidePanels.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QLabel>
+#include <QMessageBox>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QToolBar>
+
+namespace sn::qt
+{
+namespace
+{
+// Where a pane's portable window starts before the widget gives it its real size.
+CRect InitialPaneRect(size_t index)
+{
+    const LONG left = static_cast<LONG>(index) * 320;
+    return CRect(left, 0, left + 300, 600);
+}
+
+QString JoinLines(std::vector<std::wstring> const& lines)
+{
+    QStringList joined;
+    for (std::wstring const& line : lines)
+        joined << ToQt(line);
+    return joined.join(QLatin1Char('\n'));
+}
+} // namespace
+
+MainWindow::MainWindow(AppSession& session, QtWindowSystemDriver& driver) : m_session(session), m_driver(driver)
+{
+    setWindowTitle(tr("Sonarium"));
+    m_splitter = new QSplitter(Qt::Horizontal, this);
+    setCentralWidget(m_splitter);
+    m_panels = new SidePanels(m_session, m_driver, m_splitter);
+    m_splitter->addWidget(m_panels);
+
+    auto* selectors = addToolBar(tr("Platform and Language"));
+    selectors->setObjectName(QStringLiteral("selectors"));
+    selectors->setMovable(false);
+    selectors->addWidget(new QLabel(tr(" Platform: "), selectors));
+    m_platforms = new QComboBox(selectors);
+    selectors->addWidget(m_platforms);
+    selectors->addWidget(new QLabel(tr("  Language: "), selectors));
+    m_languages = new QComboBox(selectors);
+    selectors->addWidget(m_languages);
+    connect(m_platforms, &QComboBox::currentIndexChanged, this, &MainWindow::OnPlatformChosen);
+    connect(m_languages, &QComboBox::currentIndexChanged, this, &MainWindow::OnLanguageChosen);
+
+    BuildMenus();
+    BuildPanes();
+    FillSelectors();
+    m_session.Recorder().SetListener(&MainWindow::OnRecorderChanged, this);
+    connect(&m_driver, &QtWindowSystemDriver::Pumped, this, &MainWindow::UpdateEditMenu);
+    statusBar()->showMessage(m_session.GetProject() ? ToQt(std::wstring(m_session.GetProject()->GetName().c_str()))
+                                                    : tr("No project"));
+}
+
+MainWindow::~MainWindow()
+{
+    m_session.Recorder().SetListener(nullptr, nullptr);
+    ClearPanes();
+}
+
+bool MainWindow::HasUnsavedChanges(AppSession& session)
+{
+    Project* project = session.GetProject();
+    if (!project)
+        return false;
+    if (project->IsDirty())
+        return true;
+    for (WorkUnitObject* unit : project->FileWorkUnits())
+        if (unit->IsDirty())
+            return true;
+    return false;
+}
+
+void MainWindow::BuildPanes()
+{
+    if (m_session.Panes().empty() && m_session.GetProject())
+        for (PaneDefinition const& definition : DefaultPanes())
+            m_session.OpenPane(definition, InitialPaneRect(m_session.Panes().size()));
+    int index = 0;
+    for (Pane const& pane : m_session.Panes())
+    {
+        auto* widget = new PaneWidget(pane, m_driver, m_splitter);
+        m_splitter->insertWidget(index++, widget);
+        m_panes.push_back(widget);
+    }
+    QList<int> sizes;
+    for (size_t i = 0; i < m_panes.size(); ++i)
+        sizes << 360;
+    sizes << 380;
+    m_splitter->setSizes(sizes);
+    m_driver.Pump();
+}
+
+void MainWindow::ClearPanes()
+{
+    // The widgets borrow the views: they go first, then each view ends as the host ends it.
+    for (PaneWidget* widget : m_panes)
+        delete widget;
+    m_panes.clear();
+    m_session.CloseAllPanes();
+    m_driver.Pump();
+}
+
+void MainWindow::FillSelectors()
+{
+    m_fillingSelectors = true;
+    m_platforms->clear();
+    m_languages->clear();
+    if (Project* project = m_session.GetProject())
+    {
+        CProp& properties = m_session.GetHost().Properties();
+        const GUID current = properties[propCurrentPlatform].GetGUID();
+        for (size_t i = 0; i < project->Platforms().size(); ++i)
+        {
+            Platform const& platform = project->Platforms()[i];
+            m_platforms->addItem(ToQt(std::wstring(platform.name.c_str())));
+            if (platform.id == current)
+                m_platforms->setCurrentIndex(static_cast<int>(i));
+        }
+        const long long language = properties[propCurrentLanguage].GetInt();
+        for (size_t i = 0; i < project->Languages().size(); ++i)
+        {
+            Language const& entry = project->Languages()[i];
+            m_languages->addItem(ToQt(std::wstring(entry.name.c_str())));
+            if (static_cast<long long>(entry.id) == language)
+                m_languages->setCurrentIndex(static_cast<int>(i));
+        }
+    }
+    m_platforms->setEnabled(m_platforms->count() > 1);
+    m_languages->setEnabled(m_languages->count() > 1);
+    m_fillingSelectors = false;
+}
+
+void MainWindow::OnPlatformChosen(int index)
+{
+    Project* project = m_session.GetProject();
+    if (m_fillingSelectors || !project || index < 0 || index >= static_cast<int>(project->Platforms().size()))
+        return;
+    m_session.GetHost().SetPlatform(project->Platforms()[static_cast<size_t>(index)].id);
+    m_driver.Pump();
+}
+
+void MainWindow::OnLanguageChosen(int index)
+{
+    Project* project = m_session.GetProject();
+    if (m_fillingSelectors || !project || index < 0 || index >= static_cast<int>(project->Languages().size()))
+        return;
+    m_session.GetHost().SetLanguage(project->Languages()[static_cast<size_t>(index)].id);
+    m_driver.Pump();
+}
+
+bool MainWindow::OpenProject(std::filesystem::path const& path)
+{
+    if (!OfferToSave())
+        return false;
+    ClearPanes();
+    std::vector<std::wstring> messages;
+    const bool opened = m_session.OpenProject(path, messages);
+    if (!opened)
+        messages.push_back(L"The project " + path.wstring() + L" could not be opened.");
+    if (!messages.empty())
+        QMessageBox::warning(this, tr("Open Project"), JoinLines(messages));
+    if (opened)
+        RememberRecent(path);
+    BuildPanes();
+    FillSelectors();
+    RefreshFromRecorder();
+    statusBar()->showMessage(opened ? tr("Opened %1").arg(ToQt(path.wstring())) : tr("Not opened"));
+    return opened;
+}
+
+bool MainWindow::SaveProject()
+{
+    std::vector<std::wstring> messages;
+    const bool saved = m_session.SaveProject(messages);
+    if (!messages.empty())
+        QMessageBox::warning(this, tr("Save Project"), JoinLines(messages));
+    statusBar()->showMessage(saved ? tr("Saved") : tr("Not saved"));
+    return saved;
+}
+
+bool MainWindow::OfferToSave()
+{
+    if (!HasUnsavedChanges(m_session))
+        return true;
+    const auto answer =
+        QMessageBox::question(this, tr("Unsaved Changes"), tr("The project has unsaved changes. Save them?"),
+                              QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    if (answer == QMessageBox::Cancel)
+        return false;
+    return answer == QMessageBox::Discard || SaveProject();
+}
+
+void MainWindow::CloseProject()
+{
+    if (!OfferToSave())
+        return;
+    ClearPanes();
+    m_session.CloseProject();
+    FillSelectors();
+    RefreshFromRecorder();
+    statusBar()->showMessage(tr("No project"));
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (!OfferToSave())
+    {
+        event->ignore();
+        return;
+    }
+    ClearPanes();
+    event->accept();
+}
+
+void MainWindow::OnRecorderChanged(void* context)
+{
+    // Notifications arrive in the middle of the explorer's work: the panels follow afterwards.
+    auto* window = static_cast<MainWindow*>(context);
+    if (window->m_refreshQueued)
+        return;
+    window->m_refreshQueued = true;
+    QMetaObject::invokeMethod(window, &MainWindow::RefreshFromRecorder, Qt::QueuedConnection);
+}
+
+void MainWindow::RefreshFromRecorder()
+{
+    m_refreshQueued = false;
+    m_panels->Refresh();
+}
+} // namespace sn::qt

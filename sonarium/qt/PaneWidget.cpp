@@ -1,0 +1,83 @@
+#include "sonarium/qt/PaneWidget.h"
+
+#include "host/ButtonWithTooltip.h"
+#include "sonarium/qt/QtCanvas.h"
+#include "sonarium/qt/QtText.h"
+#include "sonarium/qt/QtWindowSystemDriver.h"
+#include "sonarium/qt/ToolbarButton.h"
+#include "sonarium/qt/TreeViewWidget.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace sn::qt
+{
+namespace
+{
+ObjectToolbar* FindToolbar(CWnd& view)
+{
+    for (CWnd* child : view.GetChildren())
+        if (auto* toolbar = dynamic_cast<ObjectToolbar*>(child))
+            return toolbar;
+    return nullptr;
+}
+} // namespace
+
+PaneWidget::PaneWidget(Pane const& pane, QtWindowSystemDriver& driver, QWidget* parent)
+    : QWidget(parent), m_view(pane.view)
+{
+    setObjectName(ToQt(pane.name));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+
+    auto* title = new QLabel(ToQt(pane.name), this);
+    title->setContentsMargins(6, 4, 6, 0);
+    QFont bold = title->font();
+    bold.setBold(true);
+    title->setFont(bold);
+    layout->addWidget(title);
+
+    auto* bar = new QHBoxLayout;
+    bar->setContentsMargins(4, 0, 4, 0);
+    bar->setSpacing(1);
+    if (ObjectToolbar* toolbar = FindToolbar(*m_view))
+        for (CButtonWithTooltip* button : toolbar->Buttons())
+        {
+            auto* widget = new ToolbarButton(*button, driver, this);
+            bar->addWidget(widget);
+            m_buttons.push_back(widget);
+        }
+    bar->addStretch(1);
+    layout->addLayout(bar);
+
+    m_tree = new TreeViewWidget(m_view->GetTreeCtrl(), driver, this);
+    layout->addWidget(m_tree, 1);
+    connect(&driver, &QtWindowSystemDriver::Pumped, this, &PaneWidget::SyncButtons);
+}
+
+void PaneWidget::SyncButtons()
+{
+    for (ToolbarButton* button : m_buttons)
+        button->Sync();
+}
+
+void PaneWidget::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    m_view->MoveWindow(0, 0, width(), height());
+    m_tree->FitControlToViewport();
+    m_tree->SyncFromTree();
+}
+
+void PaneWidget::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    QtCanvas canvas(painter);
+    // The view paints its own background in the loaded theme (and picks up a new theme there).
+    if (!m_view->SendMessage(WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.Hdc()), 0))
+        painter.fillRect(rect(), ThemeColor("Window_Background"));
+}
+} // namespace sn::qt

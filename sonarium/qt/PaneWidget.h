@@ -1,0 +1,39 @@
+#pragma once
+// An explorer pane on screen: the view's object toolbar as tool buttons, the tree below. The
+// portable view is kept the size of the widget.
+
+#include "sonarium/app/session/AppSession.h"
+
+#include <QWidget>
+
+#include <vector>
+
+namespace sn::qt
+{
+class QtWindowSystemDriver;
+class ToolbarButton;
+class TreeViewWidget;
+
+class PaneWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    PaneWidget(Pane const& pane, QtWindowSystemDriver& driver, QWidget* parent = nullptr);
+
+    DlgProjectExplorer* View() const { return m_view; }
+    TreeViewWidget* TreeView() const { return m_tree; }
+    std::vector<ToolbarButton*> const& Buttons() const { return m_buttons; }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void SyncButtons();
+
+    DlgProjectExplorer* m_view;
+    TreeViewWidget* m_tree = nullptr;
+    std::vector<ToolbarButton*> m_buttons;
+};
+} // namespace sn::qt

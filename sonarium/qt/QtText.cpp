@@ -1,0 +1,26 @@
+#include "sonarium/qt/QtText.h"
+
+#include "host/Theme.h"
+
+namespace sn::qt
+{
+QString ToQt(std::wstring const& text)
+{
+    return QString::fromStdWString(text);
+}
+
+std::wstring FromQt(QString const& text)
+{
+    return text.toStdWString();
+}
+
+QColor ToQColor(COLORREF colour)
+{
+    return QColor(GetRValue(colour), GetGValue(colour), GetBValue(colour));
+}
+
+QColor ThemeColor(char const* name)
+{
+    return ToQColor(sn::theme::Color(name).ToCOLORREF());
+}
+} // namespace sn::qt

@@ -1,0 +1,266 @@
+#include "sonarium/qt/TreeViewWidget.h"
+
+#include "sonarium/qt/QtText.h"
+#include "sonarium/qt/QtWindowSystemDriver.h"
+#include "sonarium/qt/TreeInput.h"
+#include "sonarium/qt/TreeRowPainter.h"
+
+#include <QApplication>
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QScrollBar>
+
+namespace sn::qt
+{
+namespace
+{
+CPoint ToPoint(QPointF const& point)
+{
+    return CPoint(static_cast<LONG>(point.x()), static_cast<LONG>(point.y()));
+}
+} // namespace
+
+TreeViewWidget::TreeViewWidget(PETreeCtrl& tree, QtWindowSystemDriver& driver, QWidget* parent)
+    : QAbstractScrollArea(parent), m_tree(tree), m_driver(driver)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    viewport()->setMouseTracking(false);
+    const QFont labelFont = font();
+    m_tree.SetTextMeasure([labelFont](std::wstring const& text)
+                          { return QFontMetrics(labelFont).horizontalAdvance(ToQt(text)); });
+    m_tree.SetItemHeight(std::max(CTreeCtrl::DefaultItemHeight, QFontMetrics(labelFont).height() + 4));
+    m_driver.ShowWindowIn(m_tree.GetSafeHwnd(), viewport());
+    connect(&m_driver, &QtWindowSystemDriver::Pumped, this, &TreeViewWidget::SyncFromTree);
+}
+
+TreeViewWidget::~TreeViewWidget()
+{
+    m_driver.ShowWindowIn(m_tree.GetSafeHwnd(), nullptr);
+    if (m_tree.GetSafeHwnd())
+        m_tree.SetTextMeasure(nullptr);
+}
+
+template <class Gesture> void TreeViewWidget::Act(Gesture&& gesture)
+{
+    gesture();
+    m_driver.Pump();
+    viewport()->update();
+}
+
+void TreeViewWidget::SyncFromTree()
+{
+    if (!m_tree.GetSafeHwnd())
+        return;
+    const int visible = static_cast<int>(m_tree.GetVisibleCount());
+    QScrollBar* bar = verticalScrollBar();
+    m_syncingScroll = true;
+    bar->setRange(0, std::max(0, m_tree.GetRowCount() - visible));
+    bar->setPageStep(visible);
+    bar->setSingleStep(1);
+    bar->setValue(m_tree.GetScrollRow());
+    m_syncingScroll = false;
+    SyncEditor();
+    viewport()->update();
+}
+
+void TreeViewWidget::paintEvent(QPaintEvent*)
+{
+    QPainter painter(viewport());
+    const TreePalette palette = TreePalette::FromTheme(m_tree);
+    painter.fillRect(viewport()->rect(), palette.background);
+    std::vector<PETreeRow> rows;
+    m_tree.GetVisibleRows(rows);
+    PaintRows(painter, rows, palette, hasFocus());
+}
+
+void TreeViewWidget::resizeEvent(QResizeEvent* event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    FitControlToViewport();
+    SyncFromTree();
+}
+
+void TreeViewWidget::FitControlToViewport()
+{
+    CWnd* parent = m_tree.GetParent();
+    if (!m_tree.GetSafeHwnd() || !parent)
+        return;
+    CRect placed;
+    m_tree.GetWindowRect(&placed);
+    parent->ScreenToClient(&placed);
+    m_tree.MoveWindow(placed.left, placed.top, viewport()->width(), viewport()->height());
+}
+
+void TreeViewWidget::scrollContentsBy(int, int)
+{
+    if (m_syncingScroll)
+        return;
+    const int row = verticalScrollBar()->value();
+    Act([&] { m_tree.ScrollToRow(row); });
+}
+
+void TreeViewWidget::mousePressEvent(QMouseEvent* event)
+{
+    setFocus(Qt::MouseFocusReason);
+    m_pressPoint = event->position().toPoint();
+    m_pressButton = event->button();
+    m_dragStarted = false;
+    m_skipRelease = false;
+    if (event->button() == Qt::LeftButton)
+        Act([&] { m_tree.MouseDown(ToPoint(event->position()), MouseKeys(event->modifiers())); });
+}
+
+void TreeViewWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_dragStarted || m_pressButton == Qt::NoButton || !(event->buttons() & m_pressButton))
+        return;
+    if ((event->position().toPoint() - m_pressPoint).manhattanLength() < QApplication::startDragDistance())
+        return;
+    m_dragStarted = true;
+    const bool right = m_pressButton == Qt::RightButton;
+    Act([&] { m_tree.BeginDrag(ToPoint(m_pressPoint), right); });
+}
+
+void TreeViewWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    const Qt::MouseButton pressed = m_pressButton;
+    m_pressButton = Qt::NoButton;
+    if (m_skipRelease || m_dragStarted || event->button() != pressed)
+        return;
+    const UINT keys = MouseKeys(event->modifiers());
+    if (event->button() == Qt::LeftButton)
+        Act([&] { m_tree.MouseUp(ToPoint(event->position()), keys); });
+    else if (event->button() == Qt::RightButton)
+        Act([&] { m_tree.RightClick(ToPoint(event->position()), keys); });
+}
+
+void TreeViewWidget::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    // Qt reports the second press as the double click: the gesture includes its own click.
+    m_skipRelease = true;
+    Act([&] { m_tree.DoubleClick(ToPoint(event->position()), MouseKeys(event->modifiers())); });
+}
+
+void TreeViewWidget::wheelEvent(QWheelEvent* event)
+{
+    const int delta = event->angleDelta().y();
+    if (delta != 0)
+        Act([&] { m_tree.Wheel(delta); });
+    event->accept();
+}
+
+void TreeViewWidget::keyPressEvent(QKeyEvent* event)
+{
+    const std::optional<UINT> vk = VirtualKey(event->key());
+    if (!vk)
+    {
+        QAbstractScrollArea::keyPressEvent(event);
+        return;
+    }
+    SyncModifierKeys(event->modifiers());
+    Act([&] { m_tree.KeyPress(*vk, MouseKeys(event->modifiers())); });
+}
+
+void TreeViewWidget::focusInEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    if (m_tree.GetSafeHwnd() && CWnd::GetFocus() != &m_tree)
+        Act([&] { m_tree.SetFocus(); });
+}
+
+void TreeViewWidget::focusOutEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusOutEvent(event);
+    viewport()->update();
+}
+
+void TreeViewWidget::SyncEditor()
+{
+    CEdit* edit = m_tree.GetEditControl();
+    const HTREEITEM item = m_tree.GetEditItem();
+    CRect label;
+    if (!edit || !edit->GetSafeHwnd() || !m_tree.GetItemRect(item, &label, TRUE))
+    {
+        CloseEditor();
+        return;
+    }
+    if (!m_editor)
+    {
+        m_editor = new QLineEdit(viewport());
+        m_editor->setFrame(true);
+        m_editor->installEventFilter(this);
+        connect(m_editor, &QLineEdit::textEdited, this,
+                [this](QString const& text)
+                {
+                    if (CEdit* open = m_tree.GetEditControl())
+                        open->SetWindowText(FromQt(text).c_str());
+                });
+        m_editor->setText(ToQt(edit->GetWindowText()));
+        m_editor->selectAll();
+        m_editor->show();
+        m_editor->setFocus(Qt::OtherFocusReason);
+    }
+    const int width = std::max(label.Width() + 40, 120);
+    m_editor->setGeometry(label.left, label.top - 1, std::min(width, viewport()->width() - label.left),
+                          label.Height() + 2);
+}
+
+void TreeViewWidget::CloseEditor()
+{
+    if (!m_editor)
+        return;
+    QLineEdit* editor = m_editor;
+    m_editor = nullptr;
+    const bool hadFocus = editor->hasFocus();
+    editor->removeEventFilter(this);
+    editor->hide();
+    editor->deleteLater();
+    if (hadFocus)
+        setFocus(Qt::OtherFocusReason);
+}
+
+void TreeViewWidget::ForwardEditorKey(UINT vk)
+{
+    Act(
+        [&]
+        {
+            if (CEdit* edit = m_tree.GetEditControl())
+                edit->SendMessage(WM_KEYDOWN, vk, 0);
+        });
+}
+
+bool TreeViewWidget::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_editor)
+        return QAbstractScrollArea::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress)
+    {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape)
+        {
+            ForwardEditorKey(key == Qt::Key_Escape ? VK_ESCAPE : VK_RETURN);
+            return true;
+        }
+    }
+    else if (event->type() == QEvent::FocusOut && m_tree.GetEditControl() &&
+             static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
+    {
+        // Focus leaving the editor ends the edit and keeps the name, as on the control itself.
+        Act(
+            [&]
+            {
+                if (CWnd::GetFocus() == m_tree.GetEditControl())
+                    m_tree.SetFocus();
+                else
+                    m_tree.EndEditLabelNow(FALSE);
+            });
+    }
+    return false;
+}
+} // namespace sn::qt
