@@ -6,7 +6,7 @@ ifeq ($(CI),true)
 CMAKE_FLAGS += -DWERROR=ON
 endif
 
-.PHONY: run test build deps clean
+.PHONY: run test bench build deps clean
 
 deps:
 	@scripts/install-deps
@@ -20,6 +20,10 @@ run: build
 
 test: build
 	@cd $(BUILD) && ctest --output-on-failure -j2
+
+# Speed and memory of the explorer on generated projects of up to a million objects.
+bench: build
+	@$(BUILD)/bench/explorer_bench --benchmark_counters_tabular=true
 
 clean:
 	rm -rf $(BUILD)
