@@ -3,6 +3,7 @@
 #include "platform/WindowSystem.h"
 #include "sonarium/core/host/ProjectGenerator.h"
 
+#include <benchmark/benchmark.h>
 #include <malloc.h>
 
 #include <deque>
@@ -90,4 +91,14 @@ size_t BenchHost::HeapInUse()
 {
     struct mallinfo2 info = mallinfo2();
     return info.uordblks + info.hblkhd;
+}
+
+void BenchHost::EvictCaches()
+{
+    constexpr size_t k_bytes = size_t(64) << 20;
+    static std::vector<unsigned char> buffer(k_bytes, 1);
+    unsigned sum = 0;
+    for (size_t i = 0; i < buffer.size(); i += 64)
+        sum += buffer[i]++;
+    benchmark::DoNotOptimize(sum);
 }

@@ -96,6 +96,13 @@ public:
         Rehash(capacity);
     }
 
+    // Empties the table but keeps its room, for a table about to be filled as much again.
+    void Reset()
+    {
+        std::fill(m_slots.begin(), m_slots.end(), Entry{});
+        m_size = 0;
+    }
+
     void Clear()
     {
         std::vector<Entry>().swap(m_slots);

@@ -98,6 +98,14 @@ TEST(GuidTable, AgreesWithAMapThroughGrowthReplacementAndErasure)
     }
     ExpectSame(table, expected, ids);
 
+    // Emptied with its room kept, the table fills again from nothing.
+    table.Reset();
+    EXPECT_TRUE(table.Empty());
+    EXPECT_EQ(nullptr, table.Find(ids[1]));
+    table.Insert({ids[1], 9});
+    ASSERT_NE(nullptr, table.Find(ids[1]));
+    EXPECT_EQ(1u, table.Size());
+
     table.Clear();
     EXPECT_TRUE(table.Empty());
     EXPECT_EQ(nullptr, table.Find(ids[1]));

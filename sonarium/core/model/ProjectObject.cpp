@@ -11,8 +11,8 @@ namespace sn
 {
 ProjectObject::ProjectObject(Project* project, GUID const& id, NodeType nodeType, OrbObjectType objectType,
                              CStdStr<wchar_t> name)
-    : m_project(project), m_id(id), m_name(Utf8::FromWide(name)), m_nodeType(nodeType),
-      m_objectType(objectType)
+    : m_project(project), m_id(id), m_name(Utf8::FromWide(name)), m_nodeType(static_cast<uint16_t>(nodeType)),
+      m_objectType(static_cast<uint16_t>(objectType))
 {
 }
 
@@ -97,7 +97,7 @@ void ProjectObject::TrimExtras()
 IOrbObject* ProjectObject::GetOwnerObject() const
 {
     // Sources, actions and clips are shown through the object that holds them.
-    switch (m_objectType)
+    switch (GetObjectType())
     {
     case OrbObjectType_AudioSource:
     case OrbObjectType_EventAction:
@@ -164,7 +164,8 @@ WorkUnitObject* ProjectObject::OwningWorkUnit() const
 
 bool ProjectObject::IsTopWorkUnit() const
 {
-    return !m_parent && m_objectType == OrbObjectType_WorkUnit && GetCategory() != OrbObjectCategories::None;
+    return !m_parent && GetObjectType() == OrbObjectType_WorkUnit &&
+           GetCategory() != OrbObjectCategories::None;
 }
 
 std::wstring ProjectObject::GetProperty(const std::string& key) const
@@ -174,17 +175,34 @@ std::wstring ProjectObject::GetProperty(const std::string& key) const
     return it == properties.end() ? std::wstring() : it->second;
 }
 
+bool ProjectObject::IsHierarchyMember(OrbObjectType type)
+{
+    switch (type)
+    {
+    case OrbObjectType_AudioSource:
+    case OrbObjectType_EventAction:
+    case OrbObjectType_MusicClip:
+    case OrbObjectType_Platform:
+        return false;
+    default:
+        return true;
+    }
+}
+
 void ProjectObject::RawInsertChild(size_t index, ProjectObject* child)
 {
     index = std::min(index, m_children.size());
     child->m_parent = this;
-    m_children.insert(m_children.begin() + static_cast<std::ptrdiff_t>(index), CSmartPtr<ProjectObject>(child));
+    m_memberChildren += IsHierarchyMember(child->GetObjectType()) ? 1 : 0;
+    m_children.insert(m_children.begin() + static_cast<std::ptrdiff_t>(index),
+                      CSmartPtr<ProjectObject>(child));
 }
 
 CSmartPtr<ProjectObject> ProjectObject::RawRemoveChild(size_t index)
 {
     CSmartPtr<ProjectObject> child = m_children.at(index);
     m_children.erase(m_children.begin() + static_cast<std::ptrdiff_t>(index));
+    m_memberChildren -= IsHierarchyMember(child->GetObjectType()) ? 1 : 0;
     child->m_parent = nullptr;
     return child;
 }
@@ -226,7 +244,8 @@ WorkUnitObject::WorkUnitObject(Project* project, GUID const& id, NodeType nodeTy
 {
 }
 
-ProjectObject* NewProjectObject(Project* project, PMTreeNode::NodeType type, CStdStr<wchar_t> name, GUID const& id)
+ProjectObject* NewProjectObject(Project* project, PMTreeNode::NodeType type, CStdStr<wchar_t> name,
+                                GUID const& id)
 {
     if (type == PMTreeNode::WorkUnit || type == PMTreeNode::PhysicalFolder)
         return new WorkUnitObject(project, id, type, std::move(name));

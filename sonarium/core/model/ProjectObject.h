@@ -36,7 +36,7 @@ public:
     void AddRef() const override;
     void Release() const override;
     unsigned int GetObjectFlags() const override { return m_flags; }
-    OrbObjectType GetObjectType() const override { return m_objectType; }
+    OrbObjectType GetObjectType() const override { return static_cast<OrbObjectType>(m_objectType); }
     GUID const* GetGUID() const override { return &m_id; }
     IOrbObject* GetParentObject() const override;
     bool IsPropertyLinked(const PropertyKey& key) const override;
@@ -49,10 +49,16 @@ public:
 
     GUID const& Id() const { return m_id; }
     const std::string& NameUtf8() const { return m_name; }
-    NodeType GetNodeType() const { return m_nodeType; }
+    NodeType GetNodeType() const { return static_cast<NodeType>(m_nodeType); }
     Project* GetProject() const { return m_project; }
     ProjectObject* Parent() const { return m_parent; }
     const std::vector<CSmartPtr<ProjectObject>>& Children() const { return m_children; }
+    // Whether objects of the type are members of the hierarchy, rather than parts of their
+    // parent: a sound's sources, an event's actions, a clip of a track and a platform are parts.
+    static bool IsHierarchyMember(OrbObjectType type);
+    // Whether some child is a member of the hierarchy; kept as children come and go, so that
+    // asking never visits the children.
+    bool HasMemberChildren() const { return m_memberChildren != 0; }
     size_t IndexOf(const ProjectObject* child) const;
     bool IsAncestorOf(const ProjectObject* other) const;
     // Whether the object is part of its project's hierarchy now.
@@ -106,8 +112,10 @@ protected:
     std::unique_ptr<Extras> m_extras;
     mutable uint32_t m_refs = 0;
     unsigned int m_flags = 0;
-    NodeType m_nodeType;
-    OrbObjectType m_objectType;
+    uint32_t m_memberChildren = 0;
+    // Both kinds are small numbers; half-words keep the object within its size.
+    uint16_t m_nodeType;
+    uint16_t m_objectType;
     int m_color = -1;
     bool m_inclusionLinked = true;
 
@@ -141,7 +149,8 @@ private:
 
 // A new object of a node kind (a work unit object for work units and physical folders), not
 // yet in any hierarchy.
-ProjectObject* NewProjectObject(Project* project, PMTreeNode::NodeType type, CStdStr<wchar_t> name, GUID const& id);
+ProjectObject* NewProjectObject(Project* project, PMTreeNode::NodeType type, CStdStr<wchar_t> name,
+                                GUID const& id);
 
 // The object behind an interface pointer of this host, or null.
 ProjectObject* AsProjectObject(const IOrbObject* object);

@@ -20,43 +20,80 @@ ObjectIcons::IconType IconOf(PMTreeNode::NodeType type)
     using enum PMTreeNode::NodeType;
     switch (type)
     {
-    case PhysicalFolder: return I::IconType_PhysicalFolder;
-    case WorkUnit: return I::IconType_WorkUnit;
-    case Folder: return I::IconType_Folder;
-    case ActorMixer: return I::IconType_ActorMixer;
-    case SwitchContainer: return I::IconType_SwitchContainer;
-    case RandomContainer: return I::IconType_RandomContainer;
-    case SequenceContainer: return I::IconType_SequenceContainer;
-    case BlendContainer: return I::IconType_BlendContainer;
-    case SoundSFX: return I::IconType_SoundSFX;
-    case SoundVoice: return I::IconType_SoundVoice;
-    case Bus: return I::IconType_Bus;
-    case AuxBus: return I::IconType_AuxBus;
-    case AudioSource: return I::IconType_AudioSource;
-    case EventAction: return I::IconType_EventAction;
-    case Event: return I::IconType_Event;
-    case SoundBank: return I::IconType_SoundBank;
-    case Switch: return I::IconType_Switch;
-    case SwitchGroup: return I::IconType_SwitchGroup;
-    case State: return I::IconType_State;
-    case StateGroup: return I::IconType_StateGroup;
-    case GameParameter: return I::IconType_GameParameter;
-    case EffectPlugin: return I::IconType_Effect;
-    case MixerPlugin: return I::IconType_MixerPlugin;
-    case AudioDevice: return I::IconType_AudioDevice;
-    case SourcePlugin: return I::IconType_SourcePlugin;
-    case AuditionSession: return I::IconType_AuditionSession;
-    case MusicSwitchContainer: return I::IconType_MusicSwitchContainer;
-    case MusicPlaylistContainer: return I::IconType_MusicPlaylistContainer;
-    case MusicSegment: return I::IconType_MusicSegment;
-    case MusicTrack: return I::IconType_MusicTrack;
-    case MusicPlaylistItem: return I::IconType_MusicPlaylistItem;
-    case MixingSession: return I::IconType_MixingSession;
-    case Trigger: return I::IconType_Trigger;
-    case ControlSurfaceSession: return I::IconType_ControlSurfaceSession;
-    case MusicClip: return I::IconType_MusicClip;
-    case Query: return I::IconType_Query;
-    default: return I::IconType_None;
+    case PhysicalFolder:
+        return I::IconType_PhysicalFolder;
+    case WorkUnit:
+        return I::IconType_WorkUnit;
+    case Folder:
+        return I::IconType_Folder;
+    case ActorMixer:
+        return I::IconType_ActorMixer;
+    case SwitchContainer:
+        return I::IconType_SwitchContainer;
+    case RandomContainer:
+        return I::IconType_RandomContainer;
+    case SequenceContainer:
+        return I::IconType_SequenceContainer;
+    case BlendContainer:
+        return I::IconType_BlendContainer;
+    case SoundSFX:
+        return I::IconType_SoundSFX;
+    case SoundVoice:
+        return I::IconType_SoundVoice;
+    case Bus:
+        return I::IconType_Bus;
+    case AuxBus:
+        return I::IconType_AuxBus;
+    case AudioSource:
+        return I::IconType_AudioSource;
+    case EventAction:
+        return I::IconType_EventAction;
+    case Event:
+        return I::IconType_Event;
+    case SoundBank:
+        return I::IconType_SoundBank;
+    case Switch:
+        return I::IconType_Switch;
+    case SwitchGroup:
+        return I::IconType_SwitchGroup;
+    case State:
+        return I::IconType_State;
+    case StateGroup:
+        return I::IconType_StateGroup;
+    case GameParameter:
+        return I::IconType_GameParameter;
+    case EffectPlugin:
+        return I::IconType_Effect;
+    case MixerPlugin:
+        return I::IconType_MixerPlugin;
+    case AudioDevice:
+        return I::IconType_AudioDevice;
+    case SourcePlugin:
+        return I::IconType_SourcePlugin;
+    case AuditionSession:
+        return I::IconType_AuditionSession;
+    case MusicSwitchContainer:
+        return I::IconType_MusicSwitchContainer;
+    case MusicPlaylistContainer:
+        return I::IconType_MusicPlaylistContainer;
+    case MusicSegment:
+        return I::IconType_MusicSegment;
+    case MusicTrack:
+        return I::IconType_MusicTrack;
+    case MusicPlaylistItem:
+        return I::IconType_MusicPlaylistItem;
+    case MixingSession:
+        return I::IconType_MixingSession;
+    case Trigger:
+        return I::IconType_Trigger;
+    case ControlSurfaceSession:
+        return I::IconType_ControlSurfaceSession;
+    case MusicClip:
+        return I::IconType_MusicClip;
+    case Query:
+        return I::IconType_Query;
+    default:
+        return I::IconType_None;
     }
 }
 } // namespace
@@ -83,16 +120,7 @@ int ProjectNode::GetIconType() const
 
 bool ProjectNode::HasNode(const ProjectObject* object)
 {
-    switch (object->GetObjectType())
-    {
-    case OrbObjectType_AudioSource:
-    case OrbObjectType_EventAction:
-    case OrbObjectType_MusicClip:
-    case OrbObjectType_Platform:
-        return false;
-    default:
-        return true;
-    }
+    return ProjectObject::IsHierarchyMember(object->GetObjectType());
 }
 
 uint32_t ProjectNode::PaletteColor(int index)
@@ -100,17 +128,13 @@ uint32_t ProjectNode::PaletteColor(int index)
     static const std::array<uint32_t, 16> palette{0x7A7A7A, 0x3F6FD8, 0x2E9FD6, 0x23A88D, 0x3CA63C, 0x8DB32B,
                                                   0xC9B21C, 0xE08A1E, 0xD9582B, 0xC93A3A, 0xC23A7E, 0xA03FC2,
                                                   0x6E4BD1, 0x8C6A4A, 0x4F6B5B, 0xB0B0B0};
-    return index >= 0 && index < static_cast<int>(palette.size()) ? palette[static_cast<size_t>(index)] : 0xFFFFFFFF;
+    return index >= 0 && index < static_cast<int>(palette.size()) ? palette[static_cast<size_t>(index)]
+                                                                  : 0xFFFFFFFF;
 }
 
 bool ProjectNode::HasChildren() const
 {
-    if (m_childrenRead)
-        return !m_children.empty();
-    for (const CSmartPtr<ProjectObject>& child : m_model->Children())
-        if (HasNode(child.Get()))
-            return true;
-    return false;
+    return m_childrenRead ? !m_children.empty() : m_model->HasMemberChildren();
 }
 
 void ProjectNode::ReadChildren(std::vector<PMTreeNode*>& children)

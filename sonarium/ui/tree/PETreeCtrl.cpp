@@ -19,7 +19,8 @@ PMTreeNode* PETreeCtrl::GetNodeFromItem(HTREEITEM item) const
 
 HTREEITEM PETreeCtrl::InsertOne(PMTreeNode* node, HTREEITEM parent, HTREEITEM after)
 {
-    HTREEITEM item = CTreeCtrl::InsertItem(nullptr, node->GetIconType(), reinterpret_cast<LPARAM>(node), parent, after);
+    HTREEITEM item =
+        CTreeCtrl::InsertItem(nullptr, node->GetIconType(), reinterpret_cast<LPARAM>(node), parent, after);
     if (!item)
         return nullptr;
     IndexItem(node->ID(), item);
@@ -51,7 +52,8 @@ void PETreeCtrl::InsertChildren(HTREEITEM item, PMTreeNode* node)
         if (!open)
             continue;
         for (PMTreeNode* child : parentNode->Children())
-            if (HTREEITEM childItem = InsertOne(child, parentItem, TVI_LAST); childItem && child->IsExpanded())
+            if (HTREEITEM childItem = InsertOne(child, parentItem, TVI_LAST);
+                childItem && child->IsExpanded())
                 pending.emplace_back(childItem, child);
     }
 }
@@ -166,8 +168,9 @@ void PETreeCtrl::OnItemDeleting(HTREEITEM item)
 {
     // Nodes may already be gone when their items are deleted (a refresh replaces nodes, then
     // the items): entries are never read through the node, and stale ones fail the handle
-    // check. The index is emptied with the tree.
+    // check. The index is emptied with the tree, keeping its room: a tree emptied is mostly
+    // about to be filled again by a refresh.
     if (GetCount() <= 1)
-        m_index.Clear();
+        m_index.Reset();
     MultiSelectionTreeCtrl::OnItemDeleting(item);
 }

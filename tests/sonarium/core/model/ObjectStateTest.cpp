@@ -120,3 +120,25 @@ TEST_F(HostTest, TheIndexFollowsObjectsEnteringAndLeavingTheProject)
     HostRef().SetProject(nullptr);
     EXPECT_EQ(nullptr, held->GetProject());
 }
+
+TEST_F(HostTest, WhetherAnObjectHasMemberChildrenFollowsEditsAndUndo)
+{
+    Open(kProject);
+    ProjectObject* ambience = At(kAmbience);
+    ProjectObject* rain = At(kAmbience + L"/Rain");
+    EXPECT_TRUE(ambience->HasMemberChildren());
+    EXPECT_FALSE(rain->HasMemberChildren());
+
+    // A sound's source is a part of the sound, not a member below it.
+    ASSERT_TRUE(ProjectEdit::Create(rain, N::AudioSource, L"rain_loop.wav"));
+    ASSERT_EQ(rain->Children().size(), 1u);
+    EXPECT_FALSE(rain->HasMemberChildren());
+
+    ASSERT_TRUE(ProjectEdit::Delete(rain));
+    EXPECT_FALSE(ambience->HasMemberChildren()) << "the last member left";
+    ASSERT_TRUE(HostRef().Undo().Undo());
+    EXPECT_TRUE(ambience->HasMemberChildren());
+    ASSERT_TRUE(HostRef().Undo().Undo());
+    EXPECT_TRUE(rain->Children().empty());
+    EXPECT_FALSE(rain->HasMemberChildren());
+}
