@@ -6,6 +6,7 @@
 #include "host/Utf8.h"
 #include "platform/WindowSystem.h"
 #include "sonarium/app/script/ScriptWords.h"
+#include "sonarium/app/session/TreePoints.h"
 #include "sonarium/app/session/TreeText.h"
 #include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/core/model/CurrentState.h"
@@ -29,11 +30,11 @@ bool Fail(std::wstring& error, std::wstring text)
 std::optional<UINT> KeyCode(std::wstring const& name)
 {
     static const std::map<std::wstring, UINT> k_keys = {
-        {L"Up", VK_UP},         {L"Down", VK_DOWN},       {L"Left", VK_LEFT},     {L"Right", VK_RIGHT},
-        {L"Home", VK_HOME},     {L"End", VK_END},         {L"PageUp", VK_PRIOR},  {L"PageDown", VK_NEXT},
-        {L"Delete", VK_DELETE}, {L"Enter", VK_RETURN},    {L"Escape", VK_ESCAPE}, {L"Space", VK_SPACE},
-        {L"Add", VK_ADD},       {L"Subtract", VK_SUBTRACT}, {L"F2", VK_F2},      {L"F5", VK_F5},
-        {L"Shift", VK_SHIFT},   {L"Backspace", VK_BACK},  {L"Tab", VK_TAB},
+        {L"Up", VK_UP},         {L"Down", VK_DOWN},         {L"Left", VK_LEFT},     {L"Right", VK_RIGHT},
+        {L"Home", VK_HOME},     {L"End", VK_END},           {L"PageUp", VK_PRIOR},  {L"PageDown", VK_NEXT},
+        {L"Delete", VK_DELETE}, {L"Enter", VK_RETURN},      {L"Escape", VK_ESCAPE}, {L"Space", VK_SPACE},
+        {L"Add", VK_ADD},       {L"Subtract", VK_SUBTRACT}, {L"F2", VK_F2},         {L"F5", VK_F5},
+        {L"Shift", VK_SHIFT},   {L"Backspace", VK_BACK},    {L"Tab", VK_TAB},
     };
     if (auto found = k_keys.find(name); found != k_keys.end())
         return found->second;
@@ -68,20 +69,18 @@ bool ScriptRunner::Gesture(Words const& given, std::wstring& error)
         return false;
     if (words[0] == L"click-empty")
     {
-        const int row = tree->GetRowCount() - tree->GetScrollRow();
-        if (row >= static_cast<int>(tree->GetVisibleCount()))
+        std::optional<CPoint> below = BelowLastRow(*tree);
+        if (!below)
             return Fail(error, L"there is no empty space below the last row");
-        tree->Click(CPoint(40, row * tree->GetItemHeight() + tree->GetItemHeight() / 2), keys);
+        tree->Click(*below, keys);
         return true;
     }
     if (words.size() < 2)
         return Fail(error, L"usage: " + words[0] + L" ROW [ctrl] [shift] [alt]");
-    HTREEITEM item = Row(words[1], error);
+    HTREEITEM item = Row(*tree, words[1], error);
     if (!item)
         return false;
-    const PETreeRow row = tree->GetRow(item);
-    const int y = (row.row.top + row.row.bottom) / 2;
-    const CPoint label(row.label.left + 2, y);
+    const CPoint label = LabelPoint(*tree, item);
     if (words[0] == L"click")
         tree->Click(label, keys);
     else if (words[0] == L"double-click")
@@ -90,9 +89,10 @@ bool ScriptRunner::Gesture(Words const& given, std::wstring& error)
         tree->RightClick(label, keys);
     else if (words[0] == L"toggle")
     {
-        if (!row.hasButton)
+        std::optional<CPoint> button = ButtonPoint(*tree, item);
+        if (!button)
             return Fail(error, L"\"" + words[1] + L"\" has no expand button");
-        tree->Click(CPoint((row.button.left + row.button.right) / 2, y), keys);
+        tree->Click(*button, keys);
     }
     else
         return Fail(error, L"unknown gesture \"" + words[0] + L"\"");
@@ -147,8 +147,9 @@ bool ScriptRunner::Answer(Words const& words, std::wstring& error)
     else if (kind == L"file-cancel")
         m_dialogs.CancelFile();
     else
-        return Fail(error, L"usage: answer message BUTTON [ticked] | name TEXT | name-cancel | unload DECISION | "
-                           L"file PATH... | file-cancel");
+        return Fail(error,
+                    L"usage: answer message BUTTON [ticked] | name TEXT | name-cancel | unload DECISION | "
+                    L"file PATH... | file-cancel");
     return true;
 }
 
@@ -160,9 +161,14 @@ bool ScriptRunner::Send(Words const& given, std::wstring& error)
     if (!pane)
         return false;
     static const std::map<std::wstring, UINT> k_messages = {
-        {L"cut", WM_CUT},           {L"copy", WM_COPY},           {L"paste", WM_PASTE},
-        {L"delete", WM_APP + 0xEF}, {L"rename", WM_APP + 0xF0},   {L"can-cut", WM_APP + 0xCA},
-        {L"can-copy", WM_APP + 0xCB}, {L"can-paste", WM_APP + 0xCC},
+        {L"cut", WM_CUT},
+        {L"copy", WM_COPY},
+        {L"paste", WM_PASTE},
+        {L"delete", WM_APP + 0xEF},
+        {L"rename", WM_APP + 0xF0},
+        {L"can-cut", WM_APP + 0xCA},
+        {L"can-copy", WM_APP + 0xCB},
+        {L"can-paste", WM_APP + 0xCC},
     };
     const std::wstring name = words.size() > 1 ? words[1] : L"";
     if (name.rfind(L"key:", 0) == 0)
@@ -188,10 +194,15 @@ bool ScriptRunner::Send(Words const& given, std::wstring& error)
     }
     auto message = k_messages.find(name);
     if (message == k_messages.end())
-        return Fail(error, L"usage: send cut|copy|paste|delete|rename|can-cut|can-copy|can-paste|key:NAME [PANE]");
+        return Fail(error,
+                    L"usage: send cut|copy|paste|delete|rename|can-cut|can-copy|can-paste|key:NAME [PANE]");
     const LRESULT result = pane->view->SendMessage(message->second, 0, 0);
     if (name.rfind(L"can-", 0) == 0)
-        m_out << name << L": " << (result == 1 ? L"allowed" : result == 2 ? L"not allowed" : L"no answer") << L"\n";
+        m_out << name << L": "
+              << (result == 1   ? L"allowed"
+                  : result == 2 ? L"not allowed"
+                                : L"no answer")
+              << L"\n";
     return true;
 }
 
@@ -200,7 +211,8 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
     Host& host = m_session.GetHost();
     Project* project = m_session.GetProject();
     const std::wstring action = words.size() > 1 ? words[1] : L"";
-    auto object = [&](size_t index) -> ProjectObject* {
+    auto object = [&](size_t index) -> ProjectObject*
+    {
         ProjectObject* found = project && index < words.size() ? FindByPath(*project, words[index]) : nullptr;
         if (!found)
             Fail(error, L"no object at \"" + (index < words.size() ? words[index] : L"") + L"\"");
@@ -252,8 +264,9 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
         lock = lock.GetInt() + (action == L"lock" ? 1 : -1);
         return true;
     }
-    return Fail(error, L"usage: host rename PATH NAME | delete PATH | create PARENT TYPE NAME | platform NAME | "
-                       L"language NAME | play | stop | undo | redo | lock | unlock");
+    return Fail(error,
+                L"usage: host rename PATH NAME | delete PATH | create PARENT TYPE NAME | platform NAME | "
+                L"language NAME | play | stop | undo | redo | lock | unlock");
 }
 
 bool ScriptRunner::Print(Words const& words, std::wstring& error)
@@ -280,12 +293,19 @@ bool ScriptRunner::Print(Words const& words, std::wstring& error)
         m_dialogs.Clear();
         return true;
     }
+    if (what == L"drops")
+    {
+        Indented(m_out, L"drops", m_drops);
+        m_drops.clear();
+        return true;
+    }
     if (what == L"menus")
     {
         Indented(m_out, L"menus", m_menus.Transcript());
         m_menus.Clear();
         return true;
     }
-    return Fail(error, L"usage: print tree [PANE] | selection [PANE] | notifications | dialogs | menus");
+    return Fail(error,
+                L"usage: print tree [PANE] | selection [PANE] | notifications | dialogs | menus | drops");
 }
 } // namespace sn

@@ -73,16 +73,19 @@ bool ScriptRunner::RunLine(std::wstring const& line, std::wstring& error)
     return true;
 }
 
-PETreeCtrl* ScriptRunner::Tree(std::wstring& error)
+Pane* ScriptRunner::CurrentPane(std::wstring& error)
 {
     Pane* pane = m_pane.empty() ? (m_session.Panes().empty() ? nullptr : &m_session.Panes().front())
                                 : m_session.FindPane(m_pane);
     if (!pane)
-    {
         Fail(error, L"no pane is open");
-        return nullptr;
-    }
-    return &pane->view->GetTreeCtrl();
+    return pane;
+}
+
+PETreeCtrl* ScriptRunner::Tree(std::wstring& error)
+{
+    Pane* pane = CurrentPane(error);
+    return pane ? &pane->view->GetTreeCtrl() : nullptr;
 }
 
 Pane* ScriptRunner::PaneNamed(Words const& words, size_t index, std::wstring& error)
@@ -104,8 +107,11 @@ Pane* ScriptRunner::PaneNamed(Words const& words, size_t index, std::wstring& er
 HTREEITEM ScriptRunner::Row(std::wstring const& path, std::wstring& error)
 {
     PETreeCtrl* tree = Tree(error);
-    if (!tree)
-        return nullptr;
+    return tree ? Row(*tree, path, error) : nullptr;
+}
+
+HTREEITEM ScriptRunner::Row(PETreeCtrl& tree, std::wstring const& path, std::wstring& error)
+{
     Project* project = m_session.GetProject();
     ProjectObject* object = project ? FindByPath(*project, path) : nullptr;
     if (!object)
@@ -113,14 +119,14 @@ HTREEITEM ScriptRunner::Row(std::wstring const& path, std::wstring& error)
         Fail(error, L"no object at \"" + path + L"\"");
         return nullptr;
     }
-    HTREEITEM item = tree->GetItemWithGUID(object->Id(), TVI_ROOT);
+    HTREEITEM item = tree.GetItemWithGUID(object->Id(), TVI_ROOT);
     if (!item)
     {
         Fail(error, L"\"" + path + L"\" has no row in the tree (is its parent collapsed?)");
         return nullptr;
     }
     // A user scrolls to a row before clicking it.
-    tree->EnsureVisible(item);
+    tree.EnsureVisible(item);
     return item;
 }
 
@@ -145,7 +151,8 @@ bool ScriptRunner::OpenPane(Words const& words, std::wstring& error)
 
 void ScriptRunner::AddCommands()
 {
-    m_commands[L"open"] = [this](Words const& words, std::wstring& error) {
+    m_commands[L"open"] = [this](Words const& words, std::wstring& error)
+    {
         if (!NeedWords(words, 2, L"open PATH", error))
             return false;
         std::vector<std::wstring> messages;
@@ -154,19 +161,22 @@ void ScriptRunner::AddCommands()
             m_out << L"problem: " << message << L"\n";
         return opened || Fail(error, L"cannot open the project \"" + words[1] + L"\"");
     };
-    m_commands[L"save"] = [this](Words const&, std::wstring& error) {
+    m_commands[L"save"] = [this](Words const&, std::wstring& error)
+    {
         std::vector<std::wstring> messages;
         const bool saved = m_session.SaveProject(messages);
         for (auto const& message : messages)
             m_out << L"problem: " << message << L"\n";
         return saved || Fail(error, L"the project could not be saved");
     };
-    m_commands[L"close"] = [this](Words const&, std::wstring&) {
+    m_commands[L"close"] = [this](Words const&, std::wstring&)
+    {
         m_session.CloseProject();
         return true;
     };
     m_commands[L"pane"] = [this](Words const& words, std::wstring& error) { return OpenPane(words, error); };
-    m_commands[L"close-pane"] = [this](Words const& words, std::wstring& error) {
+    m_commands[L"close-pane"] = [this](Words const& words, std::wstring& error)
+    {
         for (size_t i = 0; words.size() > 1 && i < m_session.Panes().size(); ++i)
             if (m_session.Panes()[i].name == words[1])
             {
@@ -177,16 +187,21 @@ void ScriptRunner::AddCommands()
             }
         return Fail(error, L"usage: close-pane NAME (an open pane)");
     };
-    m_commands[L"use"] = [this](Words const& words, std::wstring& error) {
+    m_commands[L"use"] = [this](Words const& words, std::wstring& error)
+    {
         if (!PaneNamed(words, 1, error))
             return false;
         m_pane = words[1];
         return true;
     };
-    for (wchar_t const* gesture : {L"click", L"double-click", L"right-click", L"toggle", L"click-empty", L"drag"})
-        m_commands[gesture] = [this](Words const& words, std::wstring& error) { return Gesture(words, error); };
+    for (wchar_t const* gesture : {L"click", L"double-click", L"right-click", L"toggle", L"click-empty"})
+        m_commands[gesture] = [this](Words const& words, std::wstring& error)
+        { return Gesture(words, error); };
+    m_commands[L"drop"] = [this](Words const& words, std::wstring& error) { return DropFiles(words, error); };
+    m_commands[L"drag"] = [this](Words const& words, std::wstring& error) { return Drag(words, error); };
     m_commands[L"key"] = [this](Words const& words, std::wstring& error) { return Key(words, error); };
-    m_commands[L"type"] = [this](Words const& words, std::wstring& error) {
+    m_commands[L"type"] = [this](Words const& words, std::wstring& error)
+    {
         PETreeCtrl* tree = Tree(error);
         if (!tree || !NeedWords(words, 2, L"type TEXT", error))
             return false;
@@ -195,14 +210,16 @@ void ScriptRunner::AddCommands()
         tree->TypeText(words[1]);
         return true;
     };
-    m_commands[L"menu"] = [this](Words const& words, std::wstring& error) {
+    m_commands[L"menu"] = [this](Words const& words, std::wstring& error)
+    {
         if (!NeedWords(words, 2, L"menu ENTRY[/SUBENTRY...]", error))
             return false;
         m_menus.Choose(words[1]);
         return true;
     };
     m_commands[L"answer"] = [this](Words const& words, std::wstring& error) { return Answer(words, error); };
-    m_commands[L"advance"] = [](Words const& words, std::wstring& error) {
+    m_commands[L"advance"] = [](Words const& words, std::wstring& error)
+    {
         if (words.size() < 2 || words[1].find_first_not_of(L"0123456789") != std::wstring::npos)
             return Fail(error, L"usage: advance MILLISECONDS");
         WindowSystem::Get().Advance(static_cast<DWORD>(std::stoul(words[1])));

@@ -41,9 +41,16 @@ private:
     bool HostEdit(Words const& words, std::wstring& error);
     bool Print(Words const& words, std::wstring& error);
     bool OpenPane(Words const& words, std::wstring& error);
+    // ScriptDrags.cpp: files dropped from a file manager, rows dragged onto rows.
+    bool DropFiles(Words const& words, std::wstring& error);
+    bool Drag(Words const& words, std::wstring& error);
+    // A row of a pane (scrolled into view), or the empty space below its last row for "below".
+    bool DropPoint(Pane& pane, std::wstring const& target, CPoint& point, std::wstring& error);
     Pane* PaneNamed(Words const& words, size_t index, std::wstring& error);
     HTREEITEM Row(std::wstring const& path, std::wstring& error);
+    HTREEITEM Row(PETreeCtrl& tree, std::wstring const& path, std::wstring& error);
     PETreeCtrl* Tree(std::wstring& error);
+    Pane* CurrentPane(std::wstring& error);
 
     AppSession& m_session;
     std::wostream& m_out;
@@ -51,6 +58,7 @@ private:
     ScopedDialogService m_installDialogs;
     ScriptedMenus m_menus;
     std::map<std::wstring, Handler> m_commands;
-    std::wstring m_pane; // the pane gestures go to; empty: the first
+    std::wstring m_pane;               // the pane gestures go to; empty: the first
+    std::vector<std::wstring> m_drops; // what each drop and drag did, until printed
 };
 } // namespace sn
