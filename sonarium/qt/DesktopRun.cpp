@@ -2,6 +2,7 @@
 
 #include "sonarium/qt/MainWindow.h"
 #include "sonarium/qt/QtDialogService.h"
+#include "sonarium/qt/QtDrags.h"
 #include "sonarium/qt/QtMenuPresenter.h"
 #include "sonarium/qt/QtWindowSystemDriver.h"
 
@@ -19,13 +20,16 @@ constexpr int k_height = 800;
 // Everything the desktop installs into the portable layers, for the life of one run.
 struct DesktopBindings
 {
-    explicit DesktopBindings(QWidget* dialogParent) : menus(dialogParent), dialogs(dialogParent), scoped(&dialogs)
+    explicit DesktopBindings(QWidget* window)
+        : menus(window), dialogs(window), scoped(&dialogs), drags(window), scopedDrags(&drags)
     {
     }
 
     QtMenuPresenter menus;
     QtDialogService dialogs;
     ScopedDialogService scoped;
+    QtDragDriver drags;
+    ScopedDragDriver scopedDrags;
 };
 } // namespace
 
@@ -64,9 +68,10 @@ bool RenderOffscreen(AppSession& session, int argc, char** argv, Screenshot& sho
         driver.Pump();
     }
     const QPixmap picture = window.grab();
-    shot.path = std::filesystem::path(QDir::temp().filePath(
-                                          QStringLiteral("sonarium-window-%1.png").arg(QApplication::applicationPid()))
-                                          .toStdString());
+    shot.path = std::filesystem::path(
+        QDir::temp()
+            .filePath(QStringLiteral("sonarium-window-%1.png").arg(QApplication::applicationPid()))
+            .toStdString());
     shot.width = picture.width();
     shot.height = picture.height();
     if (!picture.save(QString::fromStdString(shot.path.string()), "PNG"))

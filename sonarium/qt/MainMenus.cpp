@@ -67,11 +67,16 @@ void MainWindow::BuildMenus()
     edit->addSeparator();
     m_cut = edit->addAction(tr("Cu&t"), QKeySequence::Cut, this, [this] { SendToActiveView(WM_CUT); });
     m_copy = edit->addAction(tr("&Copy"), QKeySequence::Copy, this, [this] { SendToActiveView(WM_COPY); });
-    m_paste = edit->addAction(tr("&Paste"), QKeySequence::Paste, this, [this] { SendToActiveView(WM_PASTE); });
-    m_delete = edit->addAction(tr("&Delete"), QKeySequence::Delete, this, [this] { SendToActiveView(k_delete); });
-    m_rename = edit->addAction(tr("Re&name"), QKeySequence(Qt::Key_F2), this, [this] { SendToActiveView(k_rename); });
+    m_paste =
+        edit->addAction(tr("&Paste"), QKeySequence::Paste, this, [this] { SendToActiveView(WM_PASTE); });
+    m_delete =
+        edit->addAction(tr("&Delete"), QKeySequence::Delete, this, [this] { SendToActiveView(k_delete); });
+    m_rename = edit->addAction(tr("Re&name"), QKeySequence(Qt::Key_F2), this,
+                               [this] { SendToActiveView(k_rename); });
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
+    view->addAction(tr("New Explorer &Pane..."), this, &MainWindow::ChooseNewPane);
+    view->addSeparator();
     auto* themes = new QActionGroup(this);
     QAction* light = view->addAction(tr("&Light Theme"), this, [this] { ApplyTheme(false); });
     QAction* dark = view->addAction(tr("&Dark Theme"), this, [this] { ApplyTheme(true); });
@@ -103,7 +108,8 @@ void MainWindow::UpdateEditMenu()
     m_redo->setEnabled(undo.CanRedo());
     Pane* pane = m_session.ActivePane();
     // Only questions here: asking must not change anything, so nothing is pumped.
-    auto allowed = [pane](UINT question) { return pane && pane->view->SendMessage(question, 0, 0) == k_allowed; };
+    auto allowed = [pane](UINT question)
+    { return pane && pane->view->SendMessage(question, 0, 0) == k_allowed; };
     m_cut->setEnabled(allowed(k_canCut));
     m_copy->setEnabled(allowed(k_canCopy));
     m_paste->setEnabled(allowed(k_canPaste));
@@ -116,7 +122,8 @@ void MainWindow::FillRecentMenu()
     m_recentMenu->clear();
     const QStringList recent = Settings().value(k_recentKey).toStringList();
     for (QString const& path : recent)
-        m_recentMenu->addAction(path, this, [this, path] { OpenProject(std::filesystem::path(FromQt(path))); });
+        m_recentMenu->addAction(path, this,
+                                [this, path] { OpenProject(std::filesystem::path(FromQt(path))); });
     m_recentMenu->setEnabled(!recent.isEmpty());
 }
 

@@ -1,6 +1,7 @@
 #include "sonarium/qt/MainWindow.h"
 
 #include "sonarium/core/model/CurrentState.h"
+#include "sonarium/qt/NewPaneDialog.h"
 #include "sonarium/qt/PaneWidget.h"
 #include "sonarium/qt/QtText.h"
 #include "sonarium/qt/QtWindowSystemDriver.h"
@@ -13,6 +14,8 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
+
+#include <algorithm>
 
 namespace sn::qt
 {
@@ -34,7 +37,8 @@ QString JoinLines(std::vector<std::wstring> const& lines)
 }
 } // namespace
 
-MainWindow::MainWindow(AppSession& session, QtWindowSystemDriver& driver) : m_session(session), m_driver(driver)
+MainWindow::MainWindow(AppSession& session, QtWindowSystemDriver& driver)
+    : m_session(session), m_driver(driver)
 {
     setWindowTitle(tr("Sonarium"));
     m_splitter = new QSplitter(Qt::Horizontal, this);
@@ -59,8 +63,9 @@ MainWindow::MainWindow(AppSession& session, QtWindowSystemDriver& driver) : m_se
     FillSelectors();
     m_session.Recorder().SetListener(&MainWindow::OnRecorderChanged, this);
     connect(&m_driver, &QtWindowSystemDriver::Pumped, this, &MainWindow::UpdateEditMenu);
-    statusBar()->showMessage(m_session.GetProject() ? ToQt(std::wstring(m_session.GetProject()->GetName().c_str()))
-                                                    : tr("No project"));
+    statusBar()->showMessage(m_session.GetProject()
+                                 ? ToQt(std::wstring(m_session.GetProject()->GetName().c_str()))
+                                 : tr("No project"));
 }
 
 MainWindow::~MainWindow()
@@ -89,11 +94,7 @@ void MainWindow::BuildPanes()
             m_session.OpenPane(definition, InitialPaneRect(m_session.Panes().size()));
     int index = 0;
     for (Pane const& pane : m_session.Panes())
-    {
-        auto* widget = new PaneWidget(pane, m_driver, m_splitter);
-        m_splitter->insertWidget(index++, widget);
-        m_panes.push_back(widget);
-    }
+        AddPaneWidget(pane, index++);
     QList<int> sizes;
     for (size_t i = 0; i < m_panes.size(); ++i)
         sizes << 360;
@@ -102,13 +103,57 @@ void MainWindow::BuildPanes()
     m_driver.Pump();
 }
 
-void MainWindow::ClearPanes()
+void MainWindow::AddPaneWidget(Pane const& pane, int index)
 {
-    // The widgets borrow the views: they go first, then each view ends as the host ends it.
+    auto* widget = new PaneWidget(pane, m_driver, m_splitter);
+    m_splitter->insertWidget(index, widget);
+    m_panes.push_back(widget);
+    connect(widget, &PaneWidget::CloseRequested, this, &MainWindow::ClosePane, Qt::QueuedConnection);
+}
+
+void MainWindow::DropPaneWidgets()
+{
+    // The widgets borrow the views, so they go first.
     for (PaneWidget* widget : m_panes)
         delete widget;
     m_panes.clear();
+}
+
+void MainWindow::ClearPanes()
+{
+    DropPaneWidgets();
     m_session.CloseAllPanes();
+    m_driver.Pump();
+}
+
+void MainWindow::ChooseNewPane()
+{
+    std::vector<std::wstring> taken;
+    for (Pane const& pane : m_session.Panes())
+        taken.push_back(pane.name);
+    NewPaneDialog dialog(taken, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    Pane& pane = m_session.OpenPane(dialog.Definition(), InitialPaneRect(m_session.Panes().size()));
+    AddPaneWidget(pane, static_cast<int>(m_panes.size()));
+    m_driver.Pump();
+}
+
+void MainWindow::ClosePane(PaneWidget* widget)
+{
+    auto found = std::find(m_panes.begin(), m_panes.end(), widget);
+    if (found == m_panes.end())
+        return;
+    DlgProjectExplorer* view = widget->View();
+    m_panes.erase(found);
+    delete widget;
+    // The host ends the view as it ends any closed pane: its expand and scroll state are saved.
+    for (size_t i = 0; i < m_session.Panes().size(); ++i)
+        if (m_session.Panes()[i].view == view)
+        {
+            m_session.ClosePane(i);
+            break;
+        }
     m_driver.Pump();
 }
 
@@ -164,7 +209,8 @@ bool MainWindow::OpenProject(std::filesystem::path const& path)
 {
     if (!OfferToSave())
         return false;
-    ClearPanes();
+    // The session rebuilds its panes around the project opened; the widgets follow after.
+    DropPaneWidgets();
     std::vector<std::wstring> messages;
     const bool opened = m_session.OpenProject(path, messages);
     if (!opened)
@@ -194,9 +240,9 @@ bool MainWindow::OfferToSave()
 {
     if (!HasUnsavedChanges(m_session))
         return true;
-    const auto answer =
-        QMessageBox::question(this, tr("Unsaved Changes"), tr("The project has unsaved changes. Save them?"),
-                              QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    const auto answer = QMessageBox::question(
+        this, tr("Unsaved Changes"), tr("The project has unsaved changes. Save them?"),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
     if (answer == QMessageBox::Cancel)
         return false;
     return answer == QMessageBox::Discard || SaveProject();
@@ -206,8 +252,9 @@ void MainWindow::CloseProject()
 {
     if (!OfferToSave())
         return;
-    ClearPanes();
+    DropPaneWidgets();
     m_session.CloseProject();
+    BuildPanes();
     FillSelectors();
     RefreshFromRecorder();
     statusBar()->showMessage(tr("No project"));

@@ -44,7 +44,13 @@ protected:
 private:
     // MainWindow.cpp: panes, project, selectors.
     void BuildPanes();
+    void AddPaneWidget(Pane const& pane, int index);
+    // The widgets go; the panes' views stay with the session.
+    void DropPaneWidgets();
+    // The widgets go, then each view ends as the host ends it.
     void ClearPanes();
+    void ChooseNewPane();
+    void ClosePane(PaneWidget* widget);
     void FillSelectors();
     void OnPlatformChosen(int index);
     void OnLanguageChosen(int index);

@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace sn::qt
@@ -33,12 +34,22 @@ PaneWidget::PaneWidget(Pane const& pane, QtWindowSystemDriver& driver, QWidget* 
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
 
+    auto* heading = new QHBoxLayout;
+    heading->setContentsMargins(0, 0, 4, 0);
     auto* title = new QLabel(ToQt(pane.name), this);
     title->setContentsMargins(6, 4, 6, 0);
     QFont bold = title->font();
     bold.setBold(true);
     title->setFont(bold);
-    layout->addWidget(title);
+    heading->addWidget(title, 1);
+    auto* close = new QToolButton(this);
+    close->setObjectName(QStringLiteral("closePane"));
+    close->setText(QStringLiteral("\u00D7"));
+    close->setToolTip(tr("Close Pane"));
+    close->setAutoRaise(true);
+    connect(close, &QToolButton::clicked, this, [this] { Q_EMIT CloseRequested(this); });
+    heading->addWidget(close);
+    layout->addLayout(heading);
 
     auto* bar = new QHBoxLayout;
     bar->setContentsMargins(4, 0, 4, 0);

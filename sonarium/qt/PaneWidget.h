@@ -25,6 +25,10 @@ public:
     TreeViewWidget* TreeView() const { return m_tree; }
     std::vector<ToolbarButton*> const& Buttons() const { return m_buttons; }
 
+Q_SIGNALS:
+    // The user asked to close the pane with the button on its title.
+    void CloseRequested(PaneWidget* pane);
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;

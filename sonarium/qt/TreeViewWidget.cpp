@@ -23,12 +23,13 @@ CPoint ToPoint(QPointF const& point)
 } // namespace
 
 TreeViewWidget::TreeViewWidget(PETreeCtrl& tree, QtWindowSystemDriver& driver, QWidget* parent)
-    : QAbstractScrollArea(parent), m_tree(tree), m_driver(driver)
+    : QAbstractScrollArea(parent), m_tree(tree), m_driver(driver), m_dropSite(tree)
 {
     setFocusPolicy(Qt::StrongFocus);
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setMouseTracking(false);
+    viewport()->setAcceptDrops(true);
     const QFont labelFont = font();
     m_tree.SetTextMeasure([labelFont](std::wstring const& text)
                           { return QFontMetrics(labelFont).horizontalAdvance(ToQt(text)); });
@@ -101,6 +102,31 @@ void TreeViewWidget::scrollContentsBy(int, int)
         return;
     const int row = verticalScrollBar()->value();
     Act([&] { m_tree.ScrollToRow(row); });
+}
+
+void TreeViewWidget::dragEnterEvent(QDragEnterEvent* event)
+{
+    dragMoveEvent(event);
+}
+
+void TreeViewWidget::dragMoveEvent(QDragMoveEvent* event)
+{
+    m_dropSite.Move(*event);
+    viewport()->update();
+}
+
+void TreeViewWidget::dragLeaveEvent(QDragLeaveEvent*)
+{
+    m_dropSite.Leave();
+    viewport()->update();
+}
+
+void TreeViewWidget::dropEvent(QDropEvent* event)
+{
+    m_dropSite.Drop(*event);
+    // What the drop posted (an import, a refresh) runs once the drag is over, as the host does.
+    QMetaObject::invokeMethod(
+        this, [this] { Act([] {}); }, Qt::QueuedConnection);
 }
 
 void TreeViewWidget::mousePressEvent(QMouseEvent* event)

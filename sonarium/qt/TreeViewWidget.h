@@ -4,12 +4,11 @@
 // While the control's label editor is open, a line edit over the row stands for it.
 
 #include "host/PETreeCtrl.h"
+#include "sonarium/qt/QtDrags.h"
 
 #include <QAbstractScrollArea>
 #include <QLineEdit>
 #include <QPointer>
-
-
 
 namespace sn::qt
 {
@@ -41,6 +40,10 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -53,6 +56,7 @@ private:
     PETreeCtrl& m_tree;
     QtWindowSystemDriver& m_driver;
     QPointer<QLineEdit> m_editor;
+    DropSite m_dropSite;
     QPoint m_pressPoint;
     Qt::MouseButton m_pressButton = Qt::NoButton;
     bool m_dragStarted = false;

@@ -1,5 +1,7 @@
 // The application without a display: it prints the trees and leaves a picture of its window.
 
+#include "TestPaths.h"
+
 #include <QImage>
 #include <QRegularExpression>
 #include <QSet>
@@ -22,15 +24,17 @@ struct AppRun
 AppRun RunApp(std::string const& arguments)
 {
     AppRun run;
-    const std::string command = "env -u DISPLAY -u WAYLAND_DISPLAY HOME=" +
-                                (std::filesystem::temp_directory_path() / "sonarium-qt-test-home").string() + " " +
-                                SONARIUM_APP + " " + arguments + " 2>/dev/null";
+    // The application keeps its settings under a home of its own, gone after the run.
+    const std::filesystem::path home = PrivateTestFile("-home");
+    const std::string command = "env -u DISPLAY -u WAYLAND_DISPLAY -u XDG_CONFIG_HOME HOME=" + home.string() +
+                                " " + SONARIUM_APP + " " + arguments + " 2>/dev/null";
     std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
     char buffer[4096];
     size_t read = 0;
     while ((read = fread(buffer, 1, sizeof buffer, pipe.get())) > 0)
         run.output.append(buffer, read);
     run.status = pclose(pipe.release());
+    std::filesystem::remove_all(home);
     return run;
 }
 } // namespace
@@ -72,7 +76,7 @@ TEST(AppOffscreen, PrintsTheTreesAndRendersTheMainWindow)
 
 TEST(AppOffscreen, AScriptStaysHeadlessAndABadProjectIsNamed)
 {
-    const std::filesystem::path script = std::filesystem::temp_directory_path() / "sonarium-qt-test.sonscript";
+    const std::filesystem::path script = PrivateTestFile(".sonscript");
     {
         std::unique_ptr<FILE, int (*)(FILE*)> file(fopen(script.c_str(), "w"), fclose);
         fputs("print tree Events\n", file.get());

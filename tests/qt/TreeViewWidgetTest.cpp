@@ -1,6 +1,8 @@
 // An explorer pane on screen against a session of the sample project: what the user does to the
 // widgets reaches the tree control as its gestures, and what the control holds is what is shown.
 
+#include "TestPaths.h"
+
 #include "explorer/commands/PEHelper.h"
 #include "host/Utf8.h"
 #include "sonarium/app/session/AppSession.h"
@@ -75,7 +77,7 @@ protected:
         Click(L"Player", {}, 3);
     }
 
-    std::filesystem::path preferences = std::filesystem::temp_directory_path() / "sonarium-qt-pane-test.json";
+    std::filesystem::path preferences = PrivateTestFile(".json");
     sn::AppSession session{sn::HostOptions{preferences}};
     sn::qt::QtWindowSystemDriver driver;
     std::unique_ptr<sn::qt::PaneWidget> widget;
@@ -127,8 +129,8 @@ TEST_F(PaneFixture, ExpandButtonsWheelAndScrollBarMoveTheControlsViewport)
     ASSERT_GT(hidden, 0);
     EXPECT_EQ(View().verticalScrollBar()->maximum(), hidden);
 
-    QWheelEvent down(QPointF(20, 20), View().viewport()->mapToGlobal(QPointF(20, 20)), QPoint(), QPoint(0, -120),
-                     Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QWheelEvent down(QPointF(20, 20), View().viewport()->mapToGlobal(QPointF(20, 20)), QPoint(),
+                     QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(View().viewport(), &down);
     EXPECT_GT(Tree().GetScrollRow(), 0);
     EXPECT_EQ(View().verticalScrollBar()->value(), Tree().GetScrollRow());
