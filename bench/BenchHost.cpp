@@ -37,12 +37,16 @@ BenchHost::~BenchHost()
     std::filesystem::remove_all(m_dir);
 }
 
-size_t BenchHost::ExpandUntilShown(size_t shown)
+namespace
 {
-    std::deque<PMTreeNode*> pending(m_view->RootTreeNodes().begin(), m_view->RootTreeNodes().end());
-    size_t visible = pending.size();
+// Marks nodes with children expanded, breadth first from the roots, while `more(marked, shown)`
+// holds, `shown` counting the nodes the marks make visible; returns the number marked.
+template <class More> size_t ExpandBreadthFirst(std::vector<PMTreeNode*> const& roots, More more)
+{
+    std::deque<PMTreeNode*> pending(roots.begin(), roots.end());
+    size_t shown = pending.size();
     size_t marked = 0;
-    while (!pending.empty() && visible < shown)
+    while (!pending.empty() && more(marked, shown))
     {
         PMTreeNode* node = pending.front();
         pending.pop_front();
@@ -51,30 +55,23 @@ size_t BenchHost::ExpandUntilShown(size_t shown)
         node->IsExpanded(true);
         ++marked;
         for (PMTreeNode* child : node->Children())
-        {
             pending.push_back(child);
-            ++visible;
-        }
+        shown += node->Children().size();
     }
     return marked;
+}
+} // namespace
+
+size_t BenchHost::ExpandUntilShown(size_t shown)
+{
+    return ExpandBreadthFirst(m_view->RootTreeNodes(),
+                              [shown](size_t, size_t visible) { return visible < shown; });
 }
 
 size_t BenchHost::ExpandNodes(size_t count)
 {
-    std::deque<PMTreeNode*> pending(m_view->RootTreeNodes().begin(), m_view->RootTreeNodes().end());
-    size_t marked = 0;
-    while (!pending.empty() && marked < count)
-    {
-        PMTreeNode* node = pending.front();
-        pending.pop_front();
-        if (!node->HasChildren())
-            continue;
-        node->IsExpanded(true);
-        ++marked;
-        for (PMTreeNode* child : node->Children())
-            pending.push_back(child);
-    }
-    return marked;
+    return ExpandBreadthFirst(m_view->RootTreeNodes(),
+                              [count](size_t marked, size_t) { return marked < count; });
 }
 
 std::vector<GUID> BenchHost::ShownGuids()

@@ -139,17 +139,25 @@ void ScriptedDialogService::CancelFile()
     Queue(FileAnswer{false, {}});
 }
 
-template <typename Answer> const Answer* ScriptedDialogService::Peek(std::wstring& reason) const
+template <typename Answer>
+std::optional<Answer> ScriptedDialogService::Take(const DialogRecord& record, const std::wstring& request)
 {
     if (m_answers.empty())
     {
-        reason = L"no answer queued";
-        return nullptr;
+        RecordUnanswered(record, request, L"no answer queued");
+        return std::nullopt;
     }
-    if (const auto* answer = std::get_if<Answer>(&m_answers.front()))
-        return answer;
-    reason = L"the next answer is for a " + std::wstring(KindName(m_answers.front().index())) + L" dialog";
-    return nullptr;
+    const auto* queued = std::get_if<Answer>(&m_answers.front());
+    if (!queued)
+    {
+        RecordUnanswered(record, request,
+                         L"the next answer is for a " + std::wstring(KindName(m_answers.front().index())) +
+                             L" dialog");
+        return std::nullopt;
+    }
+    Answer answer = *queued;
+    m_answers.pop_front();
+    return answer;
 }
 
 MessageBoxAnswer ScriptedDialogService::ShowMessageBox(const MessageBoxRequest& request)
@@ -161,15 +169,11 @@ MessageBoxAnswer ScriptedDialogService::ShowMessageBox(const MessageBoxRequest& 
     const DialogRecord record =
         MakeRecord(DialogKind::MessageBox, request.caption, request.text, request.style);
 
-    std::wstring reason;
-    const MessageBoxAnswer* queued = Peek<MessageBoxAnswer>(reason);
-    if (!queued)
-    {
-        RecordUnanswered(record, line, reason);
+    const std::optional<MessageBoxAnswer> taken = Take<MessageBoxAnswer>(record, line);
+    if (!taken)
         return MessageBoxAnswer{MessageBoxButtons::Dismissed(request.style), false};
-    }
-    const MessageBoxAnswer answer = *queued;
-    m_answers.pop_front();
+    const MessageBoxAnswer answer = *taken;
+    std::wstring reason;
     if (!MessageBoxButtons::Offers(request.style, answer.button))
         reason = MessageBoxButtons::Name(answer.button) + L" is not a button of this box";
     else if (answer.dontAskAgain && request.dontAskAgainKey.empty())
@@ -190,15 +194,10 @@ NewWorkUnitAnswer ScriptedDialogService::ShowNewWorkUnit(const NewWorkUnitReques
                               Quote(request.folder) + L" name=" + Quote(request.proposedName);
     const DialogRecord record = MakeRecord(DialogKind::NewWorkUnit);
 
-    std::wstring reason;
-    const NewWorkUnitAnswer* queued = Peek<NewWorkUnitAnswer>(reason);
-    if (!queued)
-    {
-        RecordUnanswered(record, line, reason);
+    const std::optional<NewWorkUnitAnswer> taken = Take<NewWorkUnitAnswer>(record, line);
+    if (!taken)
         return NewWorkUnitAnswer{};
-    }
-    const NewWorkUnitAnswer answer = *queued;
-    m_answers.pop_front();
+    const NewWorkUnitAnswer answer = *taken;
     Record(record, line, answer.ok ? L"OK name=" + Quote(answer.name) : L"Cancel");
     return answer;
 }
@@ -208,15 +207,10 @@ UnloadDirtyAnswer ScriptedDialogService::ShowUnloadDirty(const UnloadDirtyReques
     const std::wstring line = L"unload-dirty paths=" + QuoteList(request.paths);
     const DialogRecord record = MakeRecord(DialogKind::UnloadDirty);
 
-    std::wstring reason;
-    const UnloadDirtyAnswer* queued = Peek<UnloadDirtyAnswer>(reason);
-    if (!queued)
-    {
-        RecordUnanswered(record, line, reason);
+    const std::optional<UnloadDirtyAnswer> taken = Take<UnloadDirtyAnswer>(record, line);
+    if (!taken)
         return UnloadDirtyAnswer{};
-    }
-    const UnloadDirtyAnswer answer = *queued;
-    m_answers.pop_front();
+    const UnloadDirtyAnswer answer = *taken;
     Record(record, line, DecisionName(answer.decision));
     return answer;
 }
@@ -229,17 +223,13 @@ FileAnswer ScriptedDialogService::ShowFileDialog(const FileRequest& request)
                               L" flags=" + Hex(request.flags, 1);
     const DialogRecord record = MakeRecord(DialogKind::File, request.caption);
 
-    std::wstring reason;
-    const FileAnswer* queued = Peek<FileAnswer>(reason);
-    if (!queued)
-    {
-        RecordUnanswered(record, line, reason);
+    const std::optional<FileAnswer> taken = Take<FileAnswer>(record, line);
+    if (!taken)
         return FileAnswer{};
-    }
-    const FileAnswer answer = *queued;
-    m_answers.pop_front();
+    const FileAnswer answer = *taken;
     const bool anyEmpty = std::any_of(answer.paths.begin(), answer.paths.end(),
                                       [](const std::wstring& p) { return p.empty(); });
+    std::wstring reason;
     if (answer.ok && (answer.paths.empty() || anyEmpty))
         reason = L"OK needs a path, and no empty one";
     else if (answer.ok && answer.paths.size() > 1 && !(request.flags & CFileDialog::Flag_AllowMultiSelect))

@@ -16,6 +16,7 @@
 #include "sonarium/ui/dialogs/DialogService.h"
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -64,8 +65,10 @@ public:
     void Clear();
 
 private:
-    // The next answer when it is of the wanted kind; otherwise null and why not.
-    template <typename Answer> const Answer* Peek(std::wstring& reason) const;
+    // Takes the next answer when it is of the wanted kind; otherwise records the dialog as
+    // unanswered, says why, and answers nothing.
+    template <typename Answer>
+    std::optional<Answer> Take(const DialogRecord& record, const std::wstring& request);
     void Record(DialogRecord record, const std::wstring& request, const std::wstring& answer);
     void RecordUnanswered(DialogRecord record, const std::wstring& request, const std::wstring& reason);
 
