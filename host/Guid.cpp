@@ -4,24 +4,11 @@
 #include <cstring>
 #include <tuple>
 
-bool operator==(const GUID& a, const GUID& b)
-{
-    return std::memcmp(&a, &b, sizeof(GUID)) == 0;
-}
-
 bool GUIDLess::operator()(const GUID& a, const GUID& b) const
 {
     if (std::tie(a.Data1, a.Data2, a.Data3) != std::tie(b.Data1, b.Data2, b.Data3))
         return std::tie(a.Data1, a.Data2, a.Data3) < std::tie(b.Data1, b.Data2, b.Data3);
     return std::memcmp(a.Data4, b.Data4, sizeof(a.Data4)) < 0;
-}
-
-size_t GUIDHash::operator()(const GUID& g) const
-{
-    // GUIDs are random enough that folding the two halves spreads them well.
-    uint64_t halves[2];
-    std::memcpy(halves, &g, sizeof(halves));
-    return static_cast<size_t>(halves[0] * 0x9E3779B97F4A7C15ull ^ halves[1]);
 }
 
 namespace GuidText

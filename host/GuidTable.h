@@ -39,16 +39,28 @@ public:
         }
     }
 
-    // Adds the entry, or replaces the one with the same key.
+    // Adds the entry, or replaces the one with the same key: one probe run finds either.
     void Insert(Entry entry)
     {
-        if (Entry* existing = Find(Traits::Key(entry)))
-        {
-            *existing = std::move(entry);
-            return;
-        }
-        if (IsFull())
-            Rehash(std::max<size_t>(kMinCapacity, m_slots.size() * 2));
+        if (!m_slots.empty())
+            for (size_t slot = Home(Traits::Key(entry));; slot = Next(slot))
+            {
+                Entry& held = m_slots[slot];
+                if (Traits::IsEmpty(held))
+                {
+                    if (IsFull())
+                        break;
+                    held = std::move(entry);
+                    ++m_size;
+                    return;
+                }
+                if (Traits::Key(held) == Traits::Key(entry))
+                {
+                    held = std::move(entry);
+                    return;
+                }
+            }
+        Rehash(std::max<size_t>(kMinCapacity, m_slots.size() * 2));
         Place(std::move(entry));
         ++m_size;
     }

@@ -229,27 +229,41 @@ void ProjectNode::SyncChildren(bool force, unsigned long flags)
 {
     if (!m_childrenRead)
         return; // read when first needed, from the project as it is then
-    std::unordered_map<const ProjectObject*, PMTreeNode*> kept;
-    for (PMTreeNode* child : m_children)
-        kept.emplace(static_cast<ProjectNode*>(child)->m_model, child);
+    auto modelOf = [](PMTreeNode* node) { return static_cast<const ProjectNode*>(node)->m_model; };
+    // Most refreshes find the children as they were and in the same order: they are matched in
+    // step, and from the first difference on, the nodes left are looked up by their object.
     std::vector<PMTreeNode*> children;
+    children.reserve(m_children.size());
+    std::unordered_map<const ProjectObject*, PMTreeNode*> setAside;
+    size_t next = 0;
     for (const CSmartPtr<ProjectObject>& object : m_model->Children())
     {
         if (!HasNode(object.Get()))
             continue;
-        auto it = kept.find(object.Get());
-        if (it != kept.end())
-        {
-            children.push_back(it->second);
-            kept.erase(it);
-            children.back()->Refresh(force, flags);
-        }
+        PMTreeNode* node = nullptr;
+        if (next < m_children.size() && modelOf(m_children[next]) == object.Get())
+            node = m_children[next++];
         else
         {
-            children.push_back(new ProjectNode(this, object.Get()));
+            for (; next < m_children.size(); ++next)
+                setAside.emplace(modelOf(m_children[next]), m_children[next]);
+            if (auto it = setAside.find(object.Get()); it != setAside.end())
+            {
+                node = it->second;
+                setAside.erase(it);
+            }
         }
+        if (node)
+        {
+            children.push_back(node);
+            node->Refresh(force, flags);
+        }
+        else
+            children.push_back(new ProjectNode(this, object.Get()));
     }
-    for (auto& [object, node] : kept)
+    for (; next < m_children.size(); ++next)
+        delete m_children[next];
+    for (auto& [object, node] : setAside)
         delete node;
     m_children = std::move(children);
 }

@@ -75,6 +75,18 @@ TEST_F(HostTest, NodesReadLazilyAndRefreshKeepsTheirMarks)
     root->GetExpandedAndSelectedChildren(expanded, selected);
     EXPECT_EQ((PMTreeNode::GuidSet{ambience->ID()}), expanded);
     EXPECT_EQ(1u, selected.size());
+
+    // A reorder keeps every node, marks and all, in the project's new order.
+    PMTreeNode* thunder = ambience->Children()[0];
+    PMTreeNode* rain = ambience->Children()[1];
+    ASSERT_TRUE(ProjectEdit::Move(At(L"AudioObjects/Default Work Unit/Ambient/Thunder"), model));
+    ProjectEdit::Create(model, N::SoundSFX, L"Hail", 1);
+    root->Refresh(true, 3);
+    ASSERT_EQ(3u, ambience->Children().size());
+    EXPECT_EQ(rain, ambience->Children()[0]);
+    EXPECT_EQ(L"Hail", ambience->Children()[1]->GetDisplayName());
+    EXPECT_EQ(thunder, ambience->Children()[2]);
+    EXPECT_TRUE(rain->IsSelected());
 }
 
 TEST_F(HostTest, RevealingAnObjectExpandsItsPathAndSelectsIt)
