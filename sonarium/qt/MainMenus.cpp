@@ -1,6 +1,7 @@
 // The main window's menus and the host commands they send.
 
 #include "sonarium/core/host/Theme.h"
+#include "sonarium/qt/DesktopSettings.h"
 #include "sonarium/qt/MainWindow.h"
 #include "sonarium/qt/PaneWidget.h"
 #include "sonarium/qt/PreferencesDialog.h"
@@ -30,11 +31,6 @@ constexpr int k_recentCount = 8;
 
 const QString k_recentKey = QStringLiteral("RecentProjects");
 const QString k_themeKey = QStringLiteral("DarkTheme");
-
-QSettings Settings()
-{
-    return QSettings(QStringLiteral("Sonarium"), QStringLiteral("sonarium"));
-}
 } // namespace
 
 void MainWindow::BuildMenus()
@@ -85,7 +81,7 @@ void MainWindow::BuildMenus()
         action->setCheckable(true);
         themes->addAction(action);
     }
-    const bool darkChosen = Settings().value(k_themeKey, false).toBool();
+    const bool darkChosen = DesktopSettings().value(k_themeKey, false).toBool();
     (darkChosen ? dark : light)->setChecked(true);
     ApplyTheme(darkChosen);
     UpdateEditMenu();
@@ -120,7 +116,7 @@ void MainWindow::UpdateEditMenu()
 void MainWindow::FillRecentMenu()
 {
     m_recentMenu->clear();
-    const QStringList recent = Settings().value(k_recentKey).toStringList();
+    const QStringList recent = DesktopSettings().value(k_recentKey).toStringList();
     for (QString const& path : recent)
         m_recentMenu->addAction(path, this,
                                 [this, path] { OpenProject(std::filesystem::path(FromQt(path))); });
@@ -132,7 +128,7 @@ void MainWindow::RememberRecent(std::filesystem::path const& path)
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(path, error);
     const QString entry = ToQt((error ? path : absolute).lexically_normal().wstring());
-    QSettings settings = Settings();
+    QSettings settings = DesktopSettings();
     QStringList recent = settings.value(k_recentKey).toStringList();
     recent.removeAll(entry);
     recent.prepend(entry);
@@ -151,7 +147,7 @@ void MainWindow::ChooseProjectFolder()
 void MainWindow::ApplyTheme(bool dark)
 {
     sn::theme::Load(dark ? sn::theme::Scheme::Dark : sn::theme::Scheme::Light);
-    Settings().setValue(k_themeKey, dark);
+    DesktopSettings().setValue(k_themeKey, dark);
     QPalette palette = QApplication::palette();
     const QColor window = ThemeColor("Window_Background");
     const QColor text = ThemeColor("Explorer_NormalText");

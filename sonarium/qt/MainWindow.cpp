@@ -1,6 +1,7 @@
 #include "sonarium/qt/MainWindow.h"
 
 #include "sonarium/core/model/CurrentState.h"
+#include "sonarium/qt/DesktopSettings.h"
 #include "sonarium/qt/NewPaneDialog.h"
 #include "sonarium/qt/PaneWidget.h"
 #include "sonarium/qt/QtText.h"
@@ -90,8 +91,14 @@ bool MainWindow::HasUnsavedChanges(AppSession& session)
 void MainWindow::BuildPanes()
 {
     if (m_session.Panes().empty() && m_session.GetProject())
-        for (PaneDefinition const& definition : DefaultPanes())
+    {
+        // The panes the user left last time, or the default pair.
+        std::vector<PaneDefinition> definitions = LoadPaneLayout();
+        if (definitions.empty())
+            definitions = DefaultPanes();
+        for (PaneDefinition const& definition : definitions)
             m_session.OpenPane(definition, InitialPaneRect(m_session.Panes().size()));
+    }
     int index = 0;
     for (Pane const& pane : m_session.Panes())
         AddPaneWidget(pane, index++);
@@ -136,6 +143,7 @@ void MainWindow::ChooseNewPane()
         return;
     Pane& pane = m_session.OpenPane(dialog.Definition(), InitialPaneRect(m_session.Panes().size()));
     AddPaneWidget(pane, static_cast<int>(m_panes.size()));
+    SavePaneLayout(m_session.Panes());
     m_driver.Pump();
 }
 
@@ -154,6 +162,7 @@ void MainWindow::ClosePane(PaneWidget* widget)
             m_session.ClosePane(i);
             break;
         }
+    SavePaneLayout(m_session.Panes());
     m_driver.Pump();
 }
 

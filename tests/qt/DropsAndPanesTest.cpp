@@ -5,6 +5,7 @@
 
 #include "platform/Ole.h"
 #include "sonarium/app/session/AppSession.h"
+#include "sonarium/qt/DesktopSettings.h"
 #include "sonarium/qt/MainWindow.h"
 #include "sonarium/qt/NewPaneDialog.h"
 #include "sonarium/qt/PaneWidget.h"
@@ -199,4 +200,27 @@ TEST_F(QtPanes, AClosedPaneEndsItsViewAndTheOthersLiveOn)
     ASSERT_EQ(session.Panes().size(), 1u);
     EXPECT_EQ(window.PaneWidgets().size(), 1u);
     EXPECT_EQ(window.PaneWidgets().front()->View(), session.Panes().front().view);
+}
+
+TEST_F(QtPanes, TheNextRunOpensThePanesTheUserLeft)
+{
+    sn::qt::SavePaneLayout(
+        {{L"Mixing", {OrbObjectCategories::Busses}, {}, nullptr},
+         {L"", {OrbObjectCategories::Events}, {}, nullptr},
+         {L"Mixing", {OrbObjectCategories::Events}, {}, nullptr},
+         {L"Logic", {OrbObjectCategories::Switches, OrbObjectCategories::States}, {}, nullptr}});
+    {
+        sn::qt::MainWindow window(session, driver);
+        ASSERT_EQ(session.Panes().size(), 2u) << "an untitled pane and a repeated title are left out";
+        EXPECT_EQ(session.Panes()[0].name, L"Mixing");
+        EXPECT_EQ(session.Panes()[1].categories,
+                  (std::set{OrbObjectCategories::Switches, OrbObjectCategories::States}));
+    }
+
+    // With nothing readable saved, the default pair opens.
+    sn::qt::SavePaneLayout({});
+    session.CloseAllPanes();
+    sn::qt::MainWindow window(session, driver);
+    ASSERT_EQ(session.Panes().size(), 2u);
+    EXPECT_EQ(session.Panes()[0].name, sn::DefaultPanes()[0].name);
 }
