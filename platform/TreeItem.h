@@ -1,0 +1,22 @@
+#pragma once
+// The record of one tree item, shared by the tree control's source files.
+
+#include "platform/TreeCtrl.h"
+
+// Trees hold up to millions of items, so an item keeps to 40 bytes: its depth is found by
+// walking up, and its own text, which few items have, is kept aside in m_texts.
+struct CTreeCtrl::Item
+{
+    uint32_t parent = NoIndex;
+    uint32_t firstChild = NoIndex;
+    uint32_t lastChild = NoIndex;
+    uint32_t prev = NoIndex;
+    uint32_t next = NoIndex;
+    uint32_t generation : 30 = 0;
+    uint32_t alive : 1 = 0;
+    uint32_t hasChildrenFlag : 1 = 0;
+    mutable int32_t row = -1;
+    uint16_t state = 0; // every TVIS_ bit lies in the low half
+    int16_t image = 0;
+    LPARAM data = 0;
+};

@@ -1,0 +1,240 @@
+// The tree control's rows: which items show, scrolling, item rectangles and hit-testing.
+
+#include "platform/TreeCtrl.h"
+
+#include "platform/TreeItem.h"
+
+#include <algorithm>
+
+void CTreeCtrl::RowsChanged()
+{
+    m_rowsDirty = true;
+    ++m_rowsVersion;
+    Repaint();
+}
+
+void CTreeCtrl::BuildRows() const
+{
+    if (!m_rowsDirty)
+        return;
+    m_rowsDirty = false;
+    m_rows.clear();
+    std::vector<uint32_t> stack;
+    for (uint32_t root = m_lastRoot; root != NoIndex; root = At(root).prev)
+        stack.push_back(root);
+    while (!stack.empty())
+    {
+        const uint32_t index = stack.back();
+        stack.pop_back();
+        const Item& item = At(index);
+        item.row = static_cast<int32_t>(m_rows.size());
+        m_rows.push_back(index);
+        if (item.state & TVIS_EXPANDED)
+            for (uint32_t child = item.lastChild; child != NoIndex; child = At(child).prev)
+                stack.push_back(child);
+    }
+    const_cast<CTreeCtrl*>(this)->ClampScroll();
+}
+
+void CTreeCtrl::ClampScroll()
+{
+    const int rows = static_cast<int>(m_rows.size());
+    const int maxScroll = std::max(0, rows - static_cast<int>(GetVisibleCount()));
+    m_scrollRow = std::clamp(m_scrollRow, 0, maxScroll);
+}
+
+void CTreeCtrl::SetItemHeight(int height)
+{
+    m_itemHeight = std::max(1, height);
+    RowsChanged();
+}
+
+void CTreeCtrl::SetIndent(int indent)
+{
+    m_indent = std::max(0, indent);
+    Repaint();
+}
+
+UINT CTreeCtrl::GetVisibleCount() const
+{
+    RECT client;
+    GetClientRect(&client);
+    return static_cast<UINT>(std::max(1, static_cast<int>(client.bottom - client.top) / m_itemHeight));
+}
+
+int CTreeCtrl::GetRowCount() const
+{
+    BuildRows();
+    return static_cast<int>(m_rows.size());
+}
+
+HTREEITEM CTreeCtrl::GetRowItem(int row) const
+{
+    BuildRows();
+    if (row < 0 || row >= static_cast<int>(m_rows.size()))
+        return nullptr;
+    return HandleOf(m_rows[static_cast<size_t>(row)]);
+}
+
+int CTreeCtrl::GetItemRow(HTREEITEM item) const
+{
+    const Item* found = Find(item);
+    if (!found)
+        return -1;
+    BuildRows();
+    const int row = found->row;
+    const auto index = static_cast<uint32_t>(found - m_items.data());
+    return row >= 0 && row < static_cast<int>(m_rows.size()) && m_rows[static_cast<size_t>(row)] == index
+               ? row
+               : -1;
+}
+
+void CTreeCtrl::ScrollToRow(int row)
+{
+    BuildRows();
+    const int before = m_scrollRow;
+    m_scrollRow = row;
+    ClampScroll();
+    if (m_scrollRow != before)
+        Repaint();
+}
+
+BOOL CTreeCtrl::SelectSetFirstVisible(HTREEITEM item)
+{
+    const int row = GetItemRow(item);
+    if (row < 0)
+        return FALSE;
+    ScrollToRow(row);
+    return TRUE;
+}
+
+BOOL CTreeCtrl::EnsureVisible(HTREEITEM item)
+{
+    if (!Find(item))
+        return FALSE;
+    std::vector<HTREEITEM> ancestors;
+    for (HTREEITEM parent = GetParentItem(item); parent; parent = GetParentItem(parent))
+        ancestors.push_back(parent);
+    for (auto it = ancestors.rbegin(); it != ancestors.rend(); ++it)
+        if (!GetItemState(*it, TVIS_EXPANDED))
+            Expand(*it, TVE_EXPAND);
+    const int row = GetItemRow(item);
+    if (row < 0)
+        return FALSE;
+    const int visible = static_cast<int>(GetVisibleCount());
+    if (row < m_scrollRow)
+        ScrollToRow(row);
+    else if (row >= m_scrollRow + visible)
+        ScrollToRow(row - visible + 1);
+    return TRUE;
+}
+
+void CTreeCtrl::SetTextMeasure(std::function<int(std::wstring const&)> measure)
+{
+    m_measure = std::move(measure);
+    Repaint();
+}
+
+int CTreeCtrl::MeasureText(std::wstring const& text) const
+{
+    // Without a painter's font, an average glyph of 7 pixels.
+    return m_measure ? m_measure(text) : static_cast<int>(text.size()) * 7;
+}
+
+void CTreeCtrl::SetStateIconWidth(int width)
+{
+    m_stateIconWidth = std::max(0, width);
+    Repaint();
+}
+
+int CTreeCtrl::LabelLeft(int depth) const
+{
+    return (depth + 1) * m_indent + m_stateIconWidth + IconSize + LabelGap;
+}
+
+BOOL CTreeCtrl::GetItemRect(HTREEITEM item, LPRECT rect, BOOL textOnly) const
+{
+    const int row = GetItemRow(item);
+    if (row < 0 || !rect)
+        return FALSE;
+    RECT client;
+    GetClientRect(&client);
+    rect->top = (row - m_scrollRow) * m_itemHeight;
+    rect->bottom = rect->top + m_itemHeight;
+    if (!textOnly)
+    {
+        rect->left = 0;
+        rect->right = client.right;
+        return TRUE;
+    }
+    rect->left = LabelLeft(GetItemDepth(item));
+    rect->right = rect->left + MeasureText(GetItemText(item)) + 2 * LabelPadding;
+    return TRUE;
+}
+
+HTREEITEM CTreeCtrl::HitTest(CPoint point, UINT* flags) const
+{
+    TVHITTESTINFO info;
+    info.pt = point;
+    HTREEITEM item = HitTest(&info);
+    if (flags)
+        *flags = info.flags;
+    return item;
+}
+
+HTREEITEM CTreeCtrl::HitTest(TVHITTESTINFO* info) const
+{
+    if (!info)
+        return nullptr;
+    info->hItem = nullptr;
+    info->flags = 0;
+    RECT client;
+    GetClientRect(&client);
+    const POINT pt = info->pt;
+    if (pt.y < 0)
+        info->flags |= TVHT_ABOVE;
+    else if (pt.y >= client.bottom)
+        info->flags |= TVHT_BELOW;
+    if (pt.x < 0)
+        info->flags |= TVHT_TOLEFT;
+    else if (pt.x >= client.right)
+        info->flags |= TVHT_TORIGHT;
+    if (info->flags)
+        return nullptr;
+
+    HTREEITEM item = GetRowItem(m_scrollRow + pt.y / m_itemHeight);
+    if (!item)
+    {
+        info->flags = TVHT_NOWHERE;
+        return nullptr;
+    }
+    const int depth = GetItemDepth(item);
+    const int buttonLeft = depth * m_indent;
+    const int stateLeft = buttonLeft + m_indent;
+    const int iconLeft = stateLeft + m_stateIconWidth;
+    const int labelLeft = LabelLeft(depth);
+    if (pt.x < buttonLeft)
+        info->flags = TVHT_ONITEMINDENT;
+    else if (pt.x < stateLeft)
+        info->flags = ItemHasChildren(item) ? TVHT_ONITEMBUTTON : TVHT_ONITEMINDENT;
+    else if (pt.x < iconLeft)
+        info->flags = TVHT_ONITEMSTATEICON;
+    else if (pt.x < labelLeft)
+        info->flags = TVHT_ONITEMICON;
+    else if (pt.x < labelLeft + MeasureText(GetItemText(item)) + 2 * LabelPadding)
+        info->flags = TVHT_ONITEMLABEL;
+    else
+        info->flags = TVHT_ONITEMRIGHT;
+    info->hItem = item;
+    return item;
+}
+
+void CTreeCtrl::Repaint()
+{
+    if (!m_hWnd)
+        return;
+    if (m_redraw)
+        Invalidate(FALSE);
+    else
+        m_repaintPending = true;
+}
