@@ -1,9 +1,10 @@
 // sonarium [PROJECT] [--script FILE|-]
 //
-// Opens the project given (the bundled sample by default) with the default explorer panes.
-// With --script, runs the script headless and prints what it asks for; an error names the line
-// and the run exits with 1. With a display, shows the main window. Without one, prints the
-// panes' trees, renders the main window offscreen to a PNG and prints where it went.
+// Opens the project given (the bundled sample by default). With --script, runs the script
+// headless over the default explorer panes and prints what it asks for; an error names the line
+// and the run exits with 1. With a display, shows the main window with the panes the user left
+// last time. Without one, says so, prints the default panes' trees, renders the main window
+// offscreen to a PNG and prints where it went.
 
 #include "host/Utf8.h"
 #include "sonarium/app/script/ScriptRunner.h"
@@ -114,11 +115,14 @@ int main(int argc, char** argv)
         std::cerr << "sonarium: cannot open the project " << arguments.project << "\n";
         return 2;
     }
+    // The window opens the panes the user left last time; scripts and the printout without a
+    // display always start from the default pair, so that what they print is stable.
+    if (sn::qt::HasDisplay() && arguments.script.empty())
+        return sn::qt::RunDesktop(session, argc, argv);
     LayOutDefaultPanes(session);
     if (!arguments.script.empty())
         return RunScript(session, arguments.script);
-    if (sn::qt::HasDisplay())
-        return sn::qt::RunDesktop(session, argc, argv);
+    std::wcout << L"No display: the explorer panes follow as text, and the window is rendered offscreen.\n";
     PrintTrees(session);
     std::wcout.flush();
     sn::qt::Screenshot shot;

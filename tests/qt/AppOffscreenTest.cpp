@@ -43,6 +43,7 @@ TEST(AppOffscreen, PrintsTheTreesAndRendersTheMainWindow)
 {
     const AppRun run = RunApp(SONARIUM_SAMPLES_DIR "/Demo");
     ASSERT_EQ(run.status, 0) << run.output;
+    EXPECT_EQ(run.output.rfind("No display", 0), 0u) << "the run says why no window opens";
     EXPECT_NE(run.output.find("tree Audio"), std::string::npos);
     EXPECT_NE(run.output.find("- Audio Objects"), std::string::npos);
     EXPECT_NE(run.output.find("- Events"), std::string::npos);
