@@ -26,7 +26,7 @@ BEGIN_MESSAGE_MAP(DlgProjectExplorer, CDialogBase)
     ON_NOTIFY(TVN_BEGINDRAGW, IDC_PROJECT_TREE, &DlgProjectExplorer::OnTvnBegindragProjectTree)
     ON_NOTIFY(TVN_BEGINRDRAGW, IDC_PROJECT_TREE, &DlgProjectExplorer::OnTvnBegindragProjectTree)
     ON_NOTIFY(TVN_SELCHANGEDW, IDC_PROJECT_TREE, &DlgProjectExplorer::OnTvnSelchangedProjectTree)
-    ON_NOTIFY(NM_BATCH_SELCHANGE_END, IDC_PROJECT_TREE,
+    ON_NOTIFY(MultiSelectionTreeCtrl::NotifyBatchSelChangeEnd, IDC_PROJECT_TREE,
               &DlgProjectExplorer::OnTvnBatchSelChangeEndProjectTree)
     ON_WM_DESTROY()
     ON_WM_CONTEXTMENU()
@@ -52,10 +52,6 @@ DlgProjectExplorer::DlgProjectExplorer(std::set<OrbObjectCategories::Category> c
                                        CWnd* parent)
     : CDialogBase(IDD, parent), m_dropTarget(this), m_toolbar(categories), m_categories(categories)
 {
-    // Audio files dropped on the tree come back to the drop target on its own channel.
-    if (INotifyMgr::m_pInstance)
-        INotifyMgr::m_pInstance->Register(rosPEDropTarget,
-                                          NotifyDelegate(&m_dropTarget, &PEDropTarget::OnAudioFilesDropped));
     CreateRootNodeList();
 }
 

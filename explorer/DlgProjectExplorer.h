@@ -39,7 +39,6 @@ public:
         TIMER_EDIT_ITEM = 2,
         TIMER_DELAY_MS = 200,
         WM_LOAD_SCROLL_STATE = WM_USER + 2000,
-        NM_BATCH_SELCHANGE_END = 3026,
     };
 
     // Registered "_ProjectExplorer_SendSelectionToEventViewer": announce the selection.

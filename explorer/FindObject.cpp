@@ -5,7 +5,6 @@
 
 #include "host/ProjectManager.h"
 
-#include <map>
 #include <unordered_map>
 
 namespace

@@ -266,8 +266,7 @@ void DlgProjectExplorer::OnClipboardNotification(CNotifyItemBase* item)
     bool changed = false;
     for (IOrbObject* object : objects)
     {
-        HTREEITEM found = m_tree.GetItemWithGUID(*object->GetGUID(), TVI_ROOT);
-        PMTreeNode* node = found ? m_tree.GetNodeFromItem(found) : nullptr;
+        PMTreeNode* node = GetNodeWithGUID(*object->GetGUID());
         if (node && node->m_bCutMarked)
         {
             node->m_bCutMarked = false;

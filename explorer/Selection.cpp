@@ -34,7 +34,7 @@ bool IsEventViewerCategory(OrbObjectCategories::Category category)
     }
 }
 
-// The host asks this of its main window: may the view with this handle drive the transport?
+// Asked of the host's main window: may the view with this handle drive the transport?
 constexpr UINT WM_CAN_DRIVE_TRANSPORT = WM_APP + 0x33;
 } // namespace
 
@@ -133,8 +133,7 @@ PMTreeNode* DlgProjectExplorer::GetTopWorkUnitNode(IOrbObject* object)
     CSmartPtr<IOrbWorkUnit> workUnit;
     if (!projects || !object || !projects->GetTopWorkUnit(object, workUnit) || !workUnit)
         return nullptr;
-    HTREEITEM item = m_tree.GetItemWithGUID(*workUnit->GetGUID(), TVI_ROOT);
-    return item ? m_tree.GetNodeFromItem(item) : nullptr;
+    return GetNodeWithGUID(*workUnit->GetGUID());
 }
 
 void DlgProjectExplorer::SetFocusOnTree()

@@ -66,15 +66,8 @@ void DlgProjectExplorer::RefreshTree(bool force)
             {
                 walkedInclusion = true;
                 const GUID id = *m_pendingPFRefresh.begin();
-                HTREEITEM item = m_tree.GetItemWithGUID(id, TVI_ROOT);
-                if (!item)
-                {
-                    m_pendingPFRefresh.erase(m_pendingPFRefresh.begin());
-                    continue;
-                }
-                if (PMTreeNode* node = m_tree.GetNodeFromItem(item))
-                    node->RefreshPF(m_pendingPFRefresh);
-                // A node that did not handle its own GUID must not hold the loop forever.
+                RefreshItemPF(m_tree.GetItemWithGUID(id, TVI_ROOT), false);
+                // An item gone, or a node that did not handle its own GUID, must not hold the loop.
                 m_pendingPFRefresh.erase(id);
             }
             if (walkedInclusion)
@@ -239,10 +232,9 @@ void DlgProjectExplorer::GetSelectedObjects(std::vector<HTREEITEM> const& items,
                                             std::vector<IOrbObject*>& out)
 {
     IOrbObject* focusedObject = nullptr;
-    HTREEITEM focused = m_tree.GetFocusedItem();
-    if (focused && m_tree.IsSelected(focused))
+    if (IsFocusedNodeSelected())
     {
-        if (auto* node = static_cast<TreeNodeWithObject*>(m_tree.GetNodeFromItem(focused)))
+        if (auto* node = static_cast<TreeNodeWithObject*>(m_tree.GetNodeFromItem(m_tree.GetFocusedItem())))
         {
             focusedObject = node->GetObject();
             out.push_back(focusedObject);

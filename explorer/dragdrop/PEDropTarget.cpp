@@ -2,6 +2,13 @@
 
 #include "module/ExplorerNames.h"
 
+PEDropTarget::PEDropTarget(DlgProjectExplorer* explorer) : m_pExplorer(explorer)
+{
+    if (INotifyMgr::m_pInstance)
+        INotifyMgr::m_pInstance->Register(PENames::rosPEDropTarget,
+                                          NotifyDelegate(this, &PEDropTarget::OnAudioFilesDropped));
+}
+
 PEDropTarget::~PEDropTarget()
 {
     if (INotifyMgr::m_pInstance)

@@ -11,7 +11,8 @@ class CTreeCtrl;
 class PEDropTarget : public COleDropTarget
 {
 public:
-    explicit PEDropTarget(DlgProjectExplorer* explorer) : m_pExplorer(explorer) {}
+    // Subscribes to the drop target's own channel, on which dropped audio files come back.
+    explicit PEDropTarget(DlgProjectExplorer* explorer);
     ~PEDropTarget() override;
 
     void SetTreeCtrl(CTreeCtrl* tree) { m_pTreeCtrl = tree; }
