@@ -38,7 +38,6 @@ public:
 
     // State bits, set silently: TVIS_FOCUSED moves the focus, TVIS_SELECTED joins or leaves the
     // selection without notifying anyone (restoring a state is not a change).
-    UINT GetItemState(HTREEITEM item, UINT mask) const override;
     BOOL SetItemState(HTREEITEM item, UINT state, UINT mask) override;
 
     int SelectionBatchDepth() const { return m_batchDepth; }
@@ -81,6 +80,9 @@ private:
     HTREEITEM NavigationTarget(UINT vk);
     void PlaceCursor(CPoint point);
     std::vector<HTREEITEM> const& Ordered() const;
+    // Where an item stands in the selection's order.
+    using OrderKey = std::pair<int, uintptr_t>;
+    OrderKey KeyOf(HTREEITEM item) const;
 
     std::unordered_set<HTREEITEM> m_selected;
     mutable std::vector<HTREEITEM> m_ordered;

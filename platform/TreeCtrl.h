@@ -61,7 +61,7 @@ public:
     BOOL SetItemImage(HTREEITEM item, int image);
     LPARAM GetItemData(HTREEITEM item) const;
     BOOL SetItemData(HTREEITEM item, LPARAM data);
-    virtual UINT GetItemState(HTREEITEM item, UINT mask) const;
+    UINT GetItemState(HTREEITEM item, UINT mask) const;
     virtual BOOL SetItemState(HTREEITEM item, UINT state, UINT mask);
     // 0 for a top-level item.
     int GetItemDepth(HTREEITEM item) const;
@@ -179,4 +179,27 @@ private:
     std::unique_ptr<CEdit> m_retiredEdit;
     HTREEITEM m_editItem = nullptr;
     bool m_endingEdit = false;
+};
+
+// Holds a tree's drawing while it lives, as WM_SETREDRAW does, and gives back the state it
+// found: the changes made meanwhile are painted once, when drawing resumes.
+class RedrawSuspension
+{
+public:
+    explicit RedrawSuspension(CTreeCtrl& tree) : m_tree(tree), m_wasOn(tree.IsRedrawEnabled())
+    {
+        if (m_wasOn)
+            m_tree.SendMessage(WM_SETREDRAW, FALSE, 0);
+    }
+    ~RedrawSuspension()
+    {
+        if (m_wasOn)
+            m_tree.SendMessage(WM_SETREDRAW, TRUE, 0);
+    }
+    RedrawSuspension(RedrawSuspension const&) = delete;
+    RedrawSuspension& operator=(RedrawSuspension const&) = delete;
+
+private:
+    CTreeCtrl& m_tree;
+    bool m_wasOn;
 };

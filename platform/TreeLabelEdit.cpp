@@ -29,6 +29,9 @@ private:
 
 CEdit* CTreeCtrl::EditLabel(HTREEITEM item)
 {
+    // An editor opened from the end notification would replace the one still closing.
+    if (m_endingEdit)
+        return nullptr;
     if (m_edit)
         FinishEdit(true);
     m_retiredEdit.reset();
@@ -42,7 +45,6 @@ CEdit* CTreeCtrl::EditLabel(HTREEITEM item)
     if (!edit->Create(WS_CHILD, label, this, 1))
         return nullptr;
     edit->SetWindowText(text.c_str());
-    edit->SetSel(0, -1);
     m_edit = std::move(edit);
     m_editItem = item;
 
@@ -61,6 +63,9 @@ CEdit* CTreeCtrl::EditLabel(HTREEITEM item)
         m_editItem = nullptr;
         return nullptr;
     }
+    // Selected after the parent had its say, since it may have put other text in the editor:
+    // what the user types replaces the whole name.
+    m_edit->SetSel(0, -1);
     m_edit->ShowWindow(SW_SHOW);
     m_edit->SetFocus();
     return m_edit.get();

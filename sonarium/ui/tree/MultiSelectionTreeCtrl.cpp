@@ -10,19 +10,12 @@ std::vector<HTREEITEM> const& MultiSelectionTreeCtrl::Ordered() const
 {
     if (m_orderDirty || m_orderRowsVersion != RowsVersion())
     {
-        m_ordered.assign(m_selected.begin(), m_selected.end());
-        // Rows first in display order; items under a collapsed parent (no row) last.
-        std::vector<std::pair<int, HTREEITEM>> keyed;
-        keyed.reserve(m_ordered.size());
-        for (HTREEITEM item : m_ordered)
-        {
-            const int row = GetItemRow(item);
-            keyed.emplace_back(row < 0 ? INT32_MAX : row, item);
-        }
-        std::sort(keyed.begin(), keyed.end(), [](auto const& a, auto const& b) {
-            return a.first != b.first ? a.first < b.first
-                                      : reinterpret_cast<uintptr_t>(a.second) < reinterpret_cast<uintptr_t>(b.second);
-        });
+        std::vector<std::pair<OrderKey, HTREEITEM>> keyed;
+        keyed.reserve(m_selected.size());
+        for (HTREEITEM item : m_selected)
+            keyed.emplace_back(KeyOf(item), item);
+        std::sort(keyed.begin(), keyed.end());
+        m_ordered.resize(keyed.size());
         for (size_t i = 0; i < keyed.size(); ++i)
             m_ordered[i] = keyed[i].second;
         m_orderDirty = false;
@@ -39,9 +32,20 @@ HTREEITEM MultiSelectionTreeCtrl::GetFirstSelectedItem() const
 
 HTREEITEM MultiSelectionTreeCtrl::GetNextSelectedItem(HTREEITEM item) const
 {
+    // Walking a large selection item by item stays linear: each step is a binary search.
     auto const& ordered = Ordered();
-    auto found = std::find(ordered.begin(), ordered.end(), item);
-    return found == ordered.end() || found + 1 == ordered.end() ? nullptr : *(found + 1);
+    const OrderKey key = KeyOf(item);
+    auto found =
+        std::lower_bound(ordered.begin(), ordered.end(), key,
+                         [this](HTREEITEM entry, OrderKey const& wanted) { return KeyOf(entry) < wanted; });
+    return found == ordered.end() || *found != item || found + 1 == ordered.end() ? nullptr : *(found + 1);
+}
+
+MultiSelectionTreeCtrl::OrderKey MultiSelectionTreeCtrl::KeyOf(HTREEITEM item) const
+{
+    // Rows first in display order; items under a collapsed parent (no row) last.
+    const int row = GetItemRow(item);
+    return {row < 0 ? INT32_MAX : row, reinterpret_cast<uintptr_t>(item)};
 }
 
 void MultiSelectionTreeCtrl::GetSelectedList(std::vector<HTREEITEM>& items) const
@@ -57,11 +61,6 @@ HTREEITEM MultiSelectionTreeCtrl::GetFocusedItem() const
 BOOL MultiSelectionTreeCtrl::IsSelected(HTREEITEM item) const
 {
     return m_selected.count(item) != 0;
-}
-
-UINT MultiSelectionTreeCtrl::GetItemState(HTREEITEM item, UINT mask) const
-{
-    return CTreeCtrl::GetItemState(item, mask);
 }
 
 BOOL MultiSelectionTreeCtrl::SetItemState(HTREEITEM item, UINT state, UINT mask)

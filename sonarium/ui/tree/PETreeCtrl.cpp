@@ -114,6 +114,8 @@ BOOL PETreeCtrl::EnsureVisible(HTREEITEM& item)
 
 void PETreeCtrl::SetAllItemImage()
 {
+    // One repaint for the whole walk, not one per item.
+    RedrawSuspension quiet(*this);
     for (HTREEITEM root = GetRootItem(); root; root = GetNextSiblingItem(root))
     {
         std::vector<HTREEITEM> pending{root};

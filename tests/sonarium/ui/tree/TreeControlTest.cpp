@@ -37,7 +37,8 @@ TEST_F(TreeTest, HitTestNamesEachRegionOfARow)
     ASSERT_EQ(1, m_tree.GetItemDepth(unit));
     PETreeRow row = m_tree.GetRow(unit);
     const int y = (row.row.top + row.row.bottom) / 2;
-    auto flagsAt = [&](int x, int atY) {
+    auto flagsAt = [&](int x, int atY)
+    {
         UINT flags = 0;
         m_tree.HitTest(CPoint(x, atY), &flags);
         return flags;
@@ -63,7 +64,8 @@ TEST_F(TreeTest, HitTestNamesEachRegionOfARow)
     // The same through the message, as the module asks.
     TVHITTESTINFO info;
     info.pt = CPoint(leaf.label.left + 1, leaf.row.top + 1);
-    EXPECT_EQ(reinterpret_cast<LRESULT>(rain), m_tree.SendMessage(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&info)));
+    EXPECT_EQ(reinterpret_cast<LRESULT>(rain),
+              m_tree.SendMessage(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&info)));
     EXPECT_EQ(TVHT_ONITEMLABEL, info.flags);
     EXPECT_TRUE(root);
 }
@@ -152,7 +154,8 @@ TEST_F(TreeTest, EnsureVisibleOpensCollapsedAncestorsAndScrollsMinimally)
     m_tree.ScrollToRow(0);
     HTREEITEM last = m_tree.GetLastVisibleItem();
     m_tree.EnsureVisible(last);
-    EXPECT_EQ(m_tree.GetRowCount() - Rows, m_tree.GetScrollRow()) << "scrolled down to show it on the last row";
+    EXPECT_EQ(m_tree.GetRowCount() - Rows, m_tree.GetScrollRow())
+        << "scrolled down to show it on the last row";
     m_tree.Wheel(WHEEL_DELTA);
     EXPECT_EQ(m_tree.GetRowCount() - Rows - 3, m_tree.GetScrollRow());
     m_tree.ScrollToRow(1000);
@@ -175,6 +178,8 @@ TEST_F(TreeTest, LabelEditorBeginsEndsCancelsAndCanBeRefused)
     EXPECT_EQ(0, m_tree.SendMessage(TVM_GETEDITCONTROL));
     m_parent.answers[TVN_BEGINLABELEDITW] = 0;
 
+    // What the user types replaces the whole text, also the text the parent put there.
+    m_parent.fillEditor = L"Default Work Unit (full name)";
     auto edit = reinterpret_cast<HWND>(m_tree.SendMessage(TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(unit)));
     ASSERT_TRUE(edit);
     EXPECT_EQ(reinterpret_cast<LRESULT>(edit), m_tree.SendMessage(TVM_GETEDITCONTROL));
@@ -186,6 +191,7 @@ TEST_F(TreeTest, LabelEditorBeginsEndsCancelsAndCanBeRefused)
     ASSERT_EQ(1u, m_parent.Count(TVN_ENDLABELEDITW));
     EXPECT_TRUE(m_parent.notes[0].hasText);
     EXPECT_EQ(L"Footsteps", m_parent.notes[0].text);
+    m_parent.fillEditor.clear();
     EXPECT_EQ(0, m_tree.SendMessage(TVM_GETEDITCONTROL));
     EXPECT_EQ(m_tree.GetSafeHwnd(), ::GetFocus());
     EXPECT_NE(L"Footsteps", m_tree.GetItemText(unit)) << "the label comes from the node, not the editor";

@@ -38,6 +38,9 @@ public:
         return CWnd::WindowProc(message, wParam, lParam);
     }
 
+    // Text put in the label editor when it asks to begin, unless empty.
+    std::wstring fillEditor;
+
     std::vector<UINT> Codes() const
     {
         std::vector<UINT> codes;
@@ -79,6 +82,9 @@ protected:
             note.hasText = info->item.pszText != nullptr;
             if (info->item.pszText)
                 note.text = info->item.pszText;
+            // A parent may put the full name in the editor, as the explorer does.
+            if (header->code == TVN_BEGINLABELEDITW && !fillEditor.empty() && tree && tree->GetEditControl())
+                tree->GetEditControl()->SetWindowText(fillEditor.c_str());
         }
         notes.push_back(note);
         auto answer = answers.find(header->code);
@@ -97,7 +103,8 @@ protected:
     {
         HostTest::SetUp();
         m_parent.Create(L"Parent", L"", WS_VISIBLE, CRect(0, 0, Width, 400), nullptr, 0);
-        m_tree.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, Width, Rows * CTreeCtrl::DefaultItemHeight), &m_parent, 2011);
+        m_tree.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, Width, Rows * CTreeCtrl::DefaultItemHeight),
+                      &m_parent, 2011);
         m_parent.tree = &m_tree;
     }
 
@@ -118,7 +125,10 @@ protected:
         return m_tree.InsertItem(m_roots.back().get(), TVI_ROOT, TVI_LAST);
     }
 
-    HTREEITEM Item(const std::wstring& path) { return m_tree.GetItemWithGUID(*At(path)->GetGUID(), TVI_ROOT); }
+    HTREEITEM Item(const std::wstring& path)
+    {
+        return m_tree.GetItemWithGUID(*At(path)->GetGUID(), TVI_ROOT);
+    }
 
     CPoint LabelOf(HTREEITEM item)
     {
@@ -140,7 +150,8 @@ protected:
     {
         std::vector<std::wstring> texts;
         for (int row = 0; row < m_tree.GetRowCount(); ++row)
-            texts.push_back(std::wstring(m_tree.GetRowItem(row) ? m_tree.GetItemText(m_tree.GetRowItem(row)) : L"?"));
+            texts.push_back(
+                std::wstring(m_tree.GetRowItem(row) ? m_tree.GetItemText(m_tree.GetRowItem(row)) : L"?"));
         return texts;
     }
 

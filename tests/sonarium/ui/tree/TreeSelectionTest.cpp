@@ -45,7 +45,8 @@ TEST_F(TreeSelectionTest, ClicksReportEachChangeWithOldAndNewItemsInOneBatch)
     EXPECT_EQ(nullptr, m_parent.notes[1].oldItem);
     EXPECT_EQ(pistol, m_parent.notes[1].newItem);
     EXPECT_GT(m_parent.notes[1].batchDepth, 0);
-    EXPECT_EQ((std::vector<UINT>{NM_LDOWN, TVN_SELCHANGEDW, MultiSelectionTreeCtrl::NotifyBatchSelChangeEnd, NM_CLICK}),
+    EXPECT_EQ((std::vector<UINT>{NM_LDOWN, TVN_SELCHANGEDW, MultiSelectionTreeCtrl::NotifyBatchSelChangeEnd,
+                                 NM_CLICK}),
               m_parent.Codes());
     EXPECT_EQ(pistol, m_tree.GetFocusedItem());
     EXPECT_TRUE(m_tree.GetRow(pistol).selected && m_tree.GetRow(pistol).focused);
@@ -59,7 +60,13 @@ TEST_F(TreeSelectionTest, ClicksReportEachChangeWithOldAndNewItemsInOneBatch)
 
     // Ctrl adds, Ctrl again removes; a click that changes nothing ends no batch.
     m_tree.Click(LabelOf(pistol), MK_CONTROL);
-    EXPECT_EQ((std::vector<HTREEITEM>{pistol, rifle}), [&] { std::vector<HTREEITEM> v; m_tree.GetSelectedList(v); return v; }());
+    EXPECT_EQ((std::vector<HTREEITEM>{pistol, rifle}),
+              [&]
+              {
+                  std::vector<HTREEITEM> v;
+                  m_tree.GetSelectedList(v);
+                  return v;
+              }());
     m_tree.Click(LabelOf(pistol), MK_CONTROL);
     EXPECT_FALSE(m_tree.IsSelected(pistol));
     m_parent.notes.clear();
@@ -88,8 +95,9 @@ TEST_F(TreeSelectionTest, ShiftRangeIsOneBatchAndKeyboardExtendsFromTheAnchor)
     // Shift+Up shrinks the range towards the anchor; Ctrl+Down moves the focus only.
     m_parent.notes.clear();
     m_tree.KeyPress(VK_UP, MK_SHIFT);
-    EXPECT_EQ((std::vector<UINT>{TVN_KEYDOWN, TVN_SELCHANGEDW, MultiSelectionTreeCtrl::NotifyBatchSelChangeEnd}),
-              m_parent.Codes());
+    EXPECT_EQ(
+        (std::vector<UINT>{TVN_KEYDOWN, TVN_SELCHANGEDW, MultiSelectionTreeCtrl::NotifyBatchSelChangeEnd}),
+        m_parent.Codes());
     EXPECT_EQ(rifle, m_parent.notes[1].oldItem);
     EXPECT_EQ(3u, m_tree.GetSelectedCount());
     m_tree.KeyPress(VK_DOWN, MK_CONTROL);
