@@ -5,7 +5,9 @@
 #include "sonarium/qt/QtCanvas.h"
 #include "sonarium/qt/QtText.h"
 #include "sonarium/qt/QtWindowSystemDriver.h"
+#include "sonarium/qt/TreeInput.h"
 
+#include <QApplication>
 #include <QPainter>
 
 namespace sn::qt
@@ -45,6 +47,8 @@ void ToolbarButton::OnClicked()
 {
     if (CButtonWithTooltip* button = Button())
     {
+        // Shift makes a new parent instead of a child: the view asks the window system.
+        SyncModifierKeys(QApplication::keyboardModifiers());
         button->Click();
         m_driver.Pump();
     }

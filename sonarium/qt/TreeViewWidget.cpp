@@ -16,6 +16,9 @@ namespace sn::qt
 {
 namespace
 {
+// The host's message carrying a key it saw first to the view with the focus.
+constexpr UINT k_forwardedKey = WM_APP + 0x36;
+
 CPoint ToPoint(QPointF const& point)
 {
     return CPoint(static_cast<LONG>(point.x()), static_cast<LONG>(point.y()));
@@ -183,14 +186,39 @@ void TreeViewWidget::wheelEvent(QWheelEvent* event)
 
 void TreeViewWidget::keyPressEvent(QKeyEvent* event)
 {
+    FollowModifierKey(event, true);
     const std::optional<UINT> vk = VirtualKey(event->key());
     if (!vk)
     {
         QAbstractScrollArea::keyPressEvent(event);
         return;
     }
-    SyncModifierKeys(event->modifiers());
     Act([&] { m_tree.KeyPress(*vk, MouseKeys(event->modifiers())); });
+}
+
+void TreeViewWidget::keyReleaseEvent(QKeyEvent* event)
+{
+    FollowModifierKey(event, false);
+    QAbstractScrollArea::keyReleaseEvent(event);
+}
+
+void TreeViewWidget::FollowModifierKey(QKeyEvent* event, bool pressed)
+{
+    // Some platforms still report a modifier among the modifiers of its own release.
+    Qt::KeyboardModifiers modifiers = event->modifiers();
+    for (auto [key, modifier] : {std::pair{Qt::Key_Shift, Qt::ShiftModifier},
+                                 {Qt::Key_Control, Qt::ControlModifier},
+                                 {Qt::Key_Alt, Qt::AltModifier}})
+        if (event->key() == key)
+            modifiers.setFlag(modifier, pressed);
+    SyncModifierKeys(modifiers);
+    CWnd* view = m_tree.GetParent();
+    if (event->key() != Qt::Key_Shift || event->isAutoRepeat() || !view)
+        return;
+    MSG message{};
+    message.message = pressed ? WM_KEYDOWN : WM_KEYUP;
+    message.wParam = VK_SHIFT;
+    Act([&] { view->SendMessage(k_forwardedKey, reinterpret_cast<WPARAM>(&message), 0); });
 }
 
 void TreeViewWidget::focusInEvent(QFocusEvent* event)

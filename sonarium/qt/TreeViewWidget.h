@@ -38,6 +38,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -52,6 +53,9 @@ private:
     void SyncEditor();
     void CloseEditor();
     void ForwardEditorKey(UINT vk);
+    // Keeps the window system's Shift, Ctrl and Alt as the keyboard has them, and forwards
+    // Shift to the view as the host forwards the keys it sees first.
+    void FollowModifierKey(QKeyEvent* event, bool pressed);
 
     PETreeCtrl& m_tree;
     QtWindowSystemDriver& m_driver;

@@ -95,6 +95,14 @@ TEST_F(PaneFixture, ClicksAndKeysSelectAndTheSelectionIsPainted)
     QTest::keyClick(&View(), Qt::Key_Up);
     EXPECT_EQ(sn::SelectionLines(Tree()), (std::vector<std::wstring>{L"* AudioObjects/World"}));
 
+    // The window system holds Shift exactly while the keyboard does, also after a Shift+key.
+    QTest::keyPress(&View(), Qt::Key_Shift, Qt::ShiftModifier);
+    EXPECT_LT(GetKeyState(VK_SHIFT), 0);
+    QTest::keyClick(&View(), Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyRelease(&View(), Qt::Key_Shift, Qt::ShiftModifier);
+    EXPECT_GE(GetKeyState(VK_SHIFT), 0) << "released Shift is not left held";
+    QTest::keyClick(&View(), Qt::Key_Up);
+
     const QImage picture = View().viewport()->grab().toImage();
     const PETreeRow world = Row(L"World");
     const PETreeRow busses = Row(L"Busses");

@@ -4,49 +4,11 @@
 
 #include "host/MultiSelectionTreeCtrl.h"
 
+#include "platform/HeldKeys.h"
 #include "platform/WindowSystem.h"
 
 #include <algorithm>
 #include <vector>
-
-namespace
-{
-// Holds keys down for the length of a gesture and restores what was held before.
-class HeldKeys
-{
-public:
-    explicit HeldKeys(std::vector<int> keys)
-    {
-        for (int vk : keys)
-        {
-            m_saved.emplace_back(vk, WindowSystem::Get().IsKeyDown(vk));
-            WindowSystem::Get().SetKeyDown(vk, true);
-        }
-    }
-    HeldKeys(HeldKeys const&) = delete;
-    HeldKeys& operator=(HeldKeys const&) = delete;
-    ~HeldKeys()
-    {
-        for (auto it = m_saved.rbegin(); it != m_saved.rend(); ++it)
-            WindowSystem::Get().SetKeyDown(it->first, it->second);
-    }
-
-private:
-    std::vector<std::pair<int, bool>> m_saved;
-};
-
-std::vector<int> ModifierKeys(UINT keys)
-{
-    std::vector<int> held;
-    if (keys & MK_SHIFT)
-        held.push_back(VK_SHIFT);
-    if (keys & MK_CONTROL)
-        held.push_back(VK_CONTROL);
-    if (keys & MK_ALT)
-        held.push_back(VK_MENU);
-    return held;
-}
-} // namespace
 
 void MultiSelectionTreeCtrl::PlaceCursor(CPoint point)
 {
@@ -67,7 +29,7 @@ void MultiSelectionTreeCtrl::MouseDown(CPoint point, UINT keys)
         return;
     if (m_gestureOpen)
         EndGesture(); // the release of the previous press was lost
-    HeldKeys held(ModifierKeys(keys));
+    HeldKeys held(HeldKeys::Modifiers(keys));
     PlaceCursor(point);
     // Taking the focus ends a label edit, as a click outside the editor does.
     SetFocus();
@@ -119,7 +81,7 @@ void MultiSelectionTreeCtrl::MouseUp(CPoint point, UINT keys)
 {
     if (!m_gestureOpen || !m_hWnd)
         return;
-    HeldKeys held(ModifierKeys(keys));
+    HeldKeys held(HeldKeys::Modifiers(keys));
     PlaceCursor(point);
     WindowSystem::Get().SetKeyDown(VK_LBUTTON, false);
     if (ItemExists(m_pendingSingle))
@@ -144,7 +106,7 @@ void MultiSelectionTreeCtrl::DoubleClick(CPoint point, UINT keys)
     Click(point, keys);
     if (!m_hWnd)
         return;
-    HeldKeys held(ModifierKeys(keys));
+    HeldKeys held(HeldKeys::Modifiers(keys));
     PlaceCursor(point);
     UINT flags = 0;
     HTREEITEM item = HitTest(point, &flags);
@@ -155,7 +117,8 @@ void MultiSelectionTreeCtrl::DoubleClick(CPoint point, UINT keys)
         handled = NotifyParent(header, NM_DBLCLK);
     }
     // A tree-view toggles an item double-clicked on its icon or label, unless the parent says no.
-    if (handled == 0 && ItemExists(item) && (flags & (TVHT_ONITEMICON | TVHT_ONITEMLABEL)) && ItemHasChildren(item))
+    if (handled == 0 && ItemExists(item) && (flags & (TVHT_ONITEMICON | TVHT_ONITEMLABEL)) &&
+        ItemHasChildren(item))
         Expand(item, TVE_TOGGLE);
 }
 
@@ -163,7 +126,7 @@ void MultiSelectionTreeCtrl::RightClick(CPoint point, UINT keys)
 {
     if (!m_hWnd)
         return;
-    HeldKeys held(ModifierKeys(keys));
+    HeldKeys held(HeldKeys::Modifiers(keys));
     PlaceCursor(point);
     SetFocus();
     NMHDR header{};
@@ -224,7 +187,7 @@ void MultiSelectionTreeCtrl::KeyPress(UINT vk, UINT keys)
 {
     if (!m_hWnd)
         return;
-    HeldKeys held(ModifierKeys(keys));
+    HeldKeys held(HeldKeys::Modifiers(keys));
     if (CEdit* edit = GetEditControl())
     {
         edit->PressKey(static_cast<int>(vk));
