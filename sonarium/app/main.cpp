@@ -9,7 +9,6 @@
 #include "host/Utf8.h"
 #include "sonarium/app/script/ScriptRunner.h"
 #include "sonarium/app/session/TreeText.h"
-#include "sonarium/core/prefs/PreferencesStore.h"
 #include "sonarium/qt/DesktopRun.h"
 
 #include <fstream>

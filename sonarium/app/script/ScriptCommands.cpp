@@ -4,6 +4,7 @@
 #include "sonarium/app/script/ScriptRunner.h"
 
 #include "host/Utf8.h"
+#include "platform/HeldKeys.h"
 #include "platform/WindowSystem.h"
 #include "sonarium/app/script/ScriptWords.h"
 #include "sonarium/app/session/TreePoints.h"
@@ -21,12 +22,6 @@ namespace sn
 {
 namespace
 {
-bool Fail(std::wstring& error, std::wstring text)
-{
-    error = std::move(text);
-    return false;
-}
-
 std::optional<UINT> KeyCode(std::wstring const& name)
 {
     static const std::map<std::wstring, UINT> k_keys = {
@@ -41,6 +36,16 @@ std::optional<UINT> KeyCode(std::wstring const& name)
     if (name.size() == 1 && ((name[0] >= L'A' && name[0] <= L'Z') || (name[0] >= L'0' && name[0] <= L'9')))
         return static_cast<UINT>(name[0]);
     return std::nullopt;
+}
+
+// False, naming the first word too many, when a line of a known kind has more words than it takes.
+bool TooManyWords(std::vector<std::wstring> const& words, std::map<std::wstring, size_t> const& mostWords,
+                  std::wstring const& kind, std::wstring& error)
+{
+    auto most = mostWords.find(kind);
+    if (most == mostWords.end() || words.size() <= most->second)
+        return true;
+    return Fail(error, L"unexpected word \"" + words[most->second] + L"\"");
 }
 
 void Indented(std::wostream& out, std::wstring const& title, std::vector<std::wstring> const& lines)
@@ -67,7 +72,12 @@ bool ScriptRunner::Gesture(Words const& given, std::wstring& error)
     PETreeCtrl* tree = Tree(error);
     if (!tree)
         return false;
-    if (words[0] == L"click-empty")
+    const bool onRow = words[0] != L"click-empty";
+    const size_t count = onRow ? 2 : 1;
+    const std::wstring usage = words[0] + (onRow ? L" ROW" : L"") + L" [ctrl] [shift] [alt]";
+    if (!WordCount(words, count, count, usage.c_str(), error))
+        return false;
+    if (!onRow)
     {
         std::optional<CPoint> below = BelowLastRow(*tree);
         if (!below)
@@ -75,8 +85,6 @@ bool ScriptRunner::Gesture(Words const& given, std::wstring& error)
         tree->Click(*below, keys);
         return true;
     }
-    if (words.size() < 2)
-        return Fail(error, L"usage: " + words[0] + L" ROW [ctrl] [shift] [alt]");
     HTREEITEM item = Row(*tree, words[1], error);
     if (!item)
         return false;
@@ -106,8 +114,8 @@ bool ScriptRunner::Key(Words const& given, std::wstring& error)
     PETreeCtrl* tree = Tree(error);
     if (!tree)
         return false;
-    if (words.size() < 2)
-        return Fail(error, L"usage: key NAME [ctrl] [shift] [alt]");
+    if (!WordCount(words, 2, 2, L"key NAME [ctrl] [shift] [alt]", error))
+        return false;
     std::optional<UINT> vk = KeyCode(words[1]);
     if (!vk)
         return Fail(error, L"unknown key \"" + words[1] + L"\"");
@@ -118,11 +126,19 @@ bool ScriptRunner::Key(Words const& given, std::wstring& error)
 bool ScriptRunner::Answer(Words const& words, std::wstring& error)
 {
     const std::wstring kind = words.size() > 1 ? words[1] : L"";
+    static const std::map<std::wstring, size_t> k_mostWords = {
+        {L"message", 4}, {L"name", 3}, {L"name-cancel", 2}, {L"unload", 3}, {L"file-cancel", 2},
+    };
+    if (!TooManyWords(words, k_mostWords, kind, error))
+        return false;
     if (kind == L"message" && words.size() >= 3)
     {
         const int button = MessageBoxButtons::Parse(words[2]);
         if (button == 0)
             return Fail(error, L"unknown button \"" + words[2] + L"\"");
+        if (words.size() > 3 && words[3] != L"ticked")
+            return Fail(error,
+                        L"unexpected word \"" + words[3] + L"\": only \"ticked\" may follow the button");
         m_dialogs.AnswerMessageBox(button, words.size() > 3 && words[3] == L"ticked");
         return true;
     }
@@ -157,6 +173,8 @@ bool ScriptRunner::Send(Words const& given, std::wstring& error)
 {
     Words words = given;
     const unsigned keys = TakeModifiers(words);
+    if (!WordCount(words, 2, 3, L"send MESSAGE [PANE] [ctrl] [shift] [alt]", error))
+        return false;
     Pane* pane = PaneNamed(words, 2, error);
     if (!pane)
         return false;
@@ -177,19 +195,11 @@ bool ScriptRunner::Send(Words const& given, std::wstring& error)
         std::optional<UINT> vk = KeyCode(name.substr(4));
         if (!vk)
             return Fail(error, L"unknown key \"" + name.substr(4) + L"\"");
-        std::vector<std::pair<int, bool>> held;
-        for (auto [bit, key] : {std::pair{MK_SHIFT, VK_SHIFT}, {MK_CONTROL, VK_CONTROL}, {MK_ALT, VK_MENU}})
-            if (keys & bit)
-            {
-                held.emplace_back(key, WindowSystem::Get().IsKeyDown(key));
-                WindowSystem::Get().SetKeyDown(key, true);
-            }
+        HeldKeys held(HeldKeys::Modifiers(keys));
         MSG msg{};
         msg.message = WM_KEYDOWN;
         msg.wParam = *vk;
         pane->view->SendMessage(WM_APP + 0x36, reinterpret_cast<WPARAM>(&msg), 0);
-        for (auto [key, down] : held)
-            WindowSystem::Get().SetKeyDown(key, down);
         return true;
     }
     auto message = k_messages.find(name);
@@ -211,6 +221,12 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
     Host& host = m_session.GetHost();
     Project* project = m_session.GetProject();
     const std::wstring action = words.size() > 1 ? words[1] : L"";
+    static const std::map<std::wstring, size_t> k_mostWords = {
+        {L"rename", 4}, {L"delete", 3}, {L"create", 5}, {L"platform", 3}, {L"language", 3}, {L"play", 2},
+        {L"stop", 2},   {L"undo", 2},   {L"redo", 2},   {L"lock", 2},     {L"unlock", 2},
+    };
+    if (!TooManyWords(words, k_mostWords, action, error))
+        return false;
     auto object = [&](size_t index) -> ProjectObject*
     {
         ProjectObject* found = project && index < words.size() ? FindByPath(*project, words[index]) : nullptr;
@@ -261,6 +277,8 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
     if (action == L"lock" || action == L"unlock")
     {
         CProp& lock = host.Properties().Prop(propLockUIUpdate, 3, 1);
+        if (action == L"unlock" && lock.GetInt() <= 0)
+            return Fail(error, L"the UI is not locked");
         lock = lock.GetInt() + (action == L"lock" ? 1 : -1);
         return true;
     }
@@ -272,6 +290,11 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
 bool ScriptRunner::Print(Words const& words, std::wstring& error)
 {
     const std::wstring what = words.size() > 1 ? words[1] : L"";
+    static const std::map<std::wstring, size_t> k_mostWords = {
+        {L"tree", 3}, {L"selection", 3}, {L"notifications", 2}, {L"dialogs", 2}, {L"menus", 2}, {L"drops", 2},
+    };
+    if (!TooManyWords(words, k_mostWords, what, error))
+        return false;
     if (what == L"tree" || what == L"selection")
     {
         Pane* pane = PaneNamed(words, 2, error);

@@ -16,12 +16,6 @@ namespace
 {
 constexpr wchar_t k_below[] = L"below";
 
-bool Fail(std::wstring& error, std::wstring text)
-{
-    error = std::move(text);
-    return false;
-}
-
 // Takes the word "right" (a drag with the right mouse button) out of the words.
 bool TakeRightButton(std::vector<std::wstring>& words)
 {

@@ -6,27 +6,10 @@
 #include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/core/model/NodeRules.h"
 
-#include <sstream>
+#include <charconv>
 
 namespace sn
 {
-namespace
-{
-bool Fail(std::wstring& error, std::wstring text)
-{
-    error = std::move(text);
-    return false;
-}
-
-bool NeedWords(std::vector<std::wstring> const& words, size_t least, wchar_t const* usage,
-               std::wstring& error)
-{
-    if (words.size() >= least)
-        return true;
-    return Fail(error, L"usage: " + std::wstring(usage));
-}
-} // namespace
-
 ScriptRunner::ScriptRunner(AppSession& session, std::wostream& out)
     : m_session(session), m_out(out), m_installDialogs(&m_dialogs)
 {
@@ -47,6 +30,14 @@ bool ScriptRunner::Run(std::istream& script, std::string const& name, std::strin
             error = name + ":" + std::to_string(number) + ": " + Utf8::FromWide(why);
             return false;
         }
+    }
+    // An answer nobody asked for means the script expected something that did not happen.
+    if (m_dialogs.PendingAnswers() > 0 || m_menus.PendingChoices() > 0)
+    {
+        error = name + ":" + std::to_string(number) + ": the script ended with " +
+                std::to_string(m_dialogs.PendingAnswers()) + " dialog answer(s) and " +
+                std::to_string(m_menus.PendingChoices()) + " menu choice(s) that nothing asked for";
+        return false;
     }
     return true;
 }
@@ -132,7 +123,7 @@ HTREEITEM ScriptRunner::Row(PETreeCtrl& tree, std::wstring const& path, std::wst
 
 bool ScriptRunner::OpenPane(Words const& words, std::wstring& error)
 {
-    if (!NeedWords(words, 3, L"pane NAME CATEGORY...", error))
+    if (!WordCount(words, 3, SIZE_MAX, L"pane NAME CATEGORY...", error))
         return false;
     if (m_session.FindPane(words[1]))
         return Fail(error, L"a pane named \"" + words[1] + L"\" is already open");
@@ -153,7 +144,7 @@ void ScriptRunner::AddCommands()
 {
     m_commands[L"open"] = [this](Words const& words, std::wstring& error)
     {
-        if (!NeedWords(words, 2, L"open PATH", error))
+        if (!WordCount(words, 2, 2, L"open PATH", error))
             return false;
         std::vector<std::wstring> messages;
         const bool opened = m_session.OpenProject(Utf8::FromWide(words[1]), messages);
@@ -161,23 +152,29 @@ void ScriptRunner::AddCommands()
             m_out << L"problem: " << message << L"\n";
         return opened || Fail(error, L"cannot open the project \"" + words[1] + L"\"");
     };
-    m_commands[L"save"] = [this](Words const&, std::wstring& error)
+    m_commands[L"save"] = [this](Words const& words, std::wstring& error)
     {
+        if (!WordCount(words, 1, 1, L"save", error))
+            return false;
         std::vector<std::wstring> messages;
         const bool saved = m_session.SaveProject(messages);
         for (auto const& message : messages)
             m_out << L"problem: " << message << L"\n";
         return saved || Fail(error, L"the project could not be saved");
     };
-    m_commands[L"close"] = [this](Words const&, std::wstring&)
+    m_commands[L"close"] = [this](Words const& words, std::wstring& error)
     {
+        if (!WordCount(words, 1, 1, L"close", error))
+            return false;
         m_session.CloseProject();
         return true;
     };
     m_commands[L"pane"] = [this](Words const& words, std::wstring& error) { return OpenPane(words, error); };
     m_commands[L"close-pane"] = [this](Words const& words, std::wstring& error)
     {
-        for (size_t i = 0; words.size() > 1 && i < m_session.Panes().size(); ++i)
+        if (!WordCount(words, 2, 2, L"close-pane NAME", error))
+            return false;
+        for (size_t i = 0; i < m_session.Panes().size(); ++i)
             if (m_session.Panes()[i].name == words[1])
             {
                 m_session.ClosePane(i);
@@ -185,11 +182,11 @@ void ScriptRunner::AddCommands()
                     m_pane.clear();
                 return true;
             }
-        return Fail(error, L"usage: close-pane NAME (an open pane)");
+        return Fail(error, L"no pane named \"" + words[1] + L"\"");
     };
     m_commands[L"use"] = [this](Words const& words, std::wstring& error)
     {
-        if (!PaneNamed(words, 1, error))
+        if (!WordCount(words, 2, 2, L"use NAME", error) || !PaneNamed(words, 1, error))
             return false;
         m_pane = words[1];
         return true;
@@ -203,7 +200,7 @@ void ScriptRunner::AddCommands()
     m_commands[L"type"] = [this](Words const& words, std::wstring& error)
     {
         PETreeCtrl* tree = Tree(error);
-        if (!tree || !NeedWords(words, 2, L"type TEXT", error))
+        if (!tree || !WordCount(words, 2, 2, L"type TEXT", error))
             return false;
         if (!tree->GetEditControl())
             return Fail(error, L"no label editor is open");
@@ -212,7 +209,7 @@ void ScriptRunner::AddCommands()
     };
     m_commands[L"menu"] = [this](Words const& words, std::wstring& error)
     {
-        if (!NeedWords(words, 2, L"menu ENTRY[/SUBENTRY...]", error))
+        if (!WordCount(words, 2, 2, L"menu ENTRY[/SUBENTRY...]", error))
             return false;
         m_menus.Choose(words[1]);
         return true;
@@ -220,9 +217,17 @@ void ScriptRunner::AddCommands()
     m_commands[L"answer"] = [this](Words const& words, std::wstring& error) { return Answer(words, error); };
     m_commands[L"advance"] = [](Words const& words, std::wstring& error)
     {
-        if (words.size() < 2 || words[1].find_first_not_of(L"0123456789") != std::wstring::npos)
-            return Fail(error, L"usage: advance MILLISECONDS");
-        WindowSystem::Get().Advance(static_cast<DWORD>(std::stoul(words[1])));
+        if (!WordCount(words, 2, 2, L"advance MILLISECONDS", error))
+            return false;
+        // Digits only, and no more than the clock can count.
+        const std::string digits(words[1].begin(), words[1].end());
+        DWORD milliseconds = 0;
+        const auto [end, failure] =
+            std::from_chars(digits.data(), digits.data() + digits.size(), milliseconds);
+        if (digits.empty() || words[1].find_first_not_of(L"0123456789") != std::wstring::npos ||
+            failure != std::errc() || end != digits.data() + digits.size())
+            return Fail(error, L"not a number of milliseconds: \"" + words[1] + L"\"");
+        WindowSystem::Get().Advance(milliseconds);
         return true;
     };
     m_commands[L"send"] = [this](Words const& words, std::wstring& error) { return Send(words, error); };

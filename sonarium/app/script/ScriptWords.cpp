@@ -51,7 +51,8 @@ std::optional<std::vector<std::wstring>> SplitScriptLine(std::wstring const& lin
 unsigned TakeModifiers(std::vector<std::wstring>& words)
 {
     unsigned keys = 0;
-    auto isModifier = [&keys](std::wstring const& word) {
+    auto isModifier = [&keys](std::wstring const& word)
+    {
         if (word == L"ctrl")
             keys |= MK_CONTROL;
         else if (word == L"shift")
@@ -62,7 +63,24 @@ unsigned TakeModifiers(std::vector<std::wstring>& words)
             return false;
         return true;
     };
-    words.erase(std::remove_if(words.begin() + (words.empty() ? 0 : 1), words.end(), isModifier), words.end());
+    words.erase(std::remove_if(words.begin() + (words.empty() ? 0 : 1), words.end(), isModifier),
+                words.end());
     return keys;
+}
+
+bool Fail(std::wstring& error, std::wstring text)
+{
+    error = std::move(text);
+    return false;
+}
+
+bool WordCount(std::vector<std::wstring> const& words, size_t least, size_t most, wchar_t const* usage,
+               std::wstring& error)
+{
+    if (words.size() < least)
+        return Fail(error, L"usage: " + std::wstring(usage));
+    if (words.size() > most)
+        return Fail(error, L"unexpected word \"" + words[most] + L"\" (usage: " + usage + L")");
+    return true;
 }
 } // namespace sn

@@ -39,8 +39,9 @@ UINT_PTR ScriptedMenus::TrackPopupMenu(HMENU menu, POINT, HWND)
         return 0;
     std::wstring shown = L"menu:";
     for (MenuItem const& item : *items)
-        shown += item.IsSeparator() ? L" |" : L" " + MenuEntryText(item.text) + (item.IsPopup() ? L" >" : L"") +
-                                                  (item.IsEnabled() ? L"" : L" (disabled)");
+        shown += item.IsSeparator() ? L" |"
+                                    : L" " + MenuEntryText(item.text) + (item.IsPopup() ? L" >" : L"") +
+                                          (item.IsEnabled() ? L"" : L" (disabled)");
     m_transcript.push_back(shown);
     if (m_choices.empty())
     {
@@ -49,29 +50,36 @@ UINT_PTR ScriptedMenus::TrackPopupMenu(HMENU menu, POINT, HWND)
     }
     const std::wstring path = m_choices.front();
     m_choices.pop_front();
+    auto dismiss = [this](std::wstring failure) -> UINT_PTR
+    {
+        m_failure = std::move(failure);
+        m_transcript.push_back(L"  -> dismissed (" + m_failure + L")");
+        return 0;
+    };
     std::wistringstream parts(path);
     const std::vector<MenuItem>* level = items;
     for (std::wstring part; std::getline(parts, part, L'/');)
     {
         const MenuItem* found = nullptr;
-        for (MenuItem const& item : level ? *level : std::vector<MenuItem>())
-            if (!item.IsSeparator() && MenuEntryText(item.text) == part)
-                found = &item;
+        if (level)
+            for (MenuItem const& item : *level)
+                if (!item.IsSeparator() && MenuEntryText(item.text) == part)
+                {
+                    found = &item;
+                    break;
+                }
         if (!found || !found->IsEnabled())
-        {
-            m_failure = L"no " + std::wstring(found ? L"enabled " : L"") + L"menu entry \"" + path + L"\"";
-            m_transcript.push_back(L"  -> dismissed (" + m_failure + L")");
-            return 0;
-        }
+            return dismiss(L"no " + std::wstring(found ? L"enabled " : L"") + L"menu entry \"" + path +
+                           L"\"");
         if (!found->IsPopup())
         {
+            if (!parts.eof())
+                return dismiss(L"menu entry \"" + part + L"\" has no submenu (choosing \"" + path + L"\")");
             m_transcript.push_back(L"  -> " + path);
             return found->id;
         }
         level = MenuSystem::Items(found->submenu);
     }
-    m_failure = L"menu entry \"" + path + L"\" opens a submenu";
-    m_transcript.push_back(L"  -> dismissed (" + m_failure + L")");
-    return 0;
+    return dismiss(L"menu entry \"" + path + L"\" opens a submenu");
 }
 } // namespace sn

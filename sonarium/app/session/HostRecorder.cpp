@@ -49,11 +49,6 @@ std::wstring ObjectPath(IOrbObject const* object)
     return path;
 }
 
-std::wstring ObjectPaths(std::vector<IOrbObject*> const& objects)
-{
-    return Joined(PathsOf(objects));
-}
-
 HostRecorder::HostRecorder()
 {
     INotifyMgr* notify = INotifyMgr::m_pInstance;
@@ -121,6 +116,7 @@ void HostRecorder::OnInspector(CNotifyItemBase* item)
     if (!param)
         return;
     m_inspected = PathsOf(param->objects);
-    Add(std::wstring(L"inspector") + (param->fromDoubleClick ? L" (double click)" : L"") + L": " + Joined(m_inspected));
+    Add(std::wstring(L"inspector") + (param->fromDoubleClick ? L" (double click)" : L"") + L": " +
+        Joined(m_inspected));
 }
 } // namespace sn

@@ -52,5 +52,4 @@ private:
 
 // "Category/Work Unit/.../Name" of a project object: how scripts and recorders name objects.
 std::wstring ObjectPath(IOrbObject const* object);
-std::wstring ObjectPaths(std::vector<IOrbObject*> const& objects);
 } // namespace sn

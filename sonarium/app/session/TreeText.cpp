@@ -15,7 +15,8 @@ std::vector<std::wstring> TreeLines(PETreeCtrl const& tree)
         line += row.hasButton ? (row.expanded ? L"- " : L"+ ") : L"  ";
         line += row.text;
         std::wstring marks;
-        auto mark = [&marks](bool on, wchar_t const* name) {
+        auto mark = [&marks](bool on, wchar_t const* name)
+        {
             if (on)
                 marks += (marks.empty() ? L"" : L", ") + std::wstring(name);
         };
@@ -39,7 +40,8 @@ std::vector<std::wstring> SelectionLines(PETreeCtrl const& tree)
     for (HTREEITEM item : items)
     {
         auto* node = dynamic_cast<TreeNodeWithObject*>(tree.GetNodeFromItem(item));
-        lines.push_back((item == tree.GetFocusedItem() ? L"* " : L"  ") + (node ? ObjectPath(node->GetObject()) : L"?"));
+        lines.push_back((item == tree.GetFocusedItem() ? L"* " : L"  ") +
+                        (node ? ObjectPath(node->GetObject()) : L"?"));
     }
     if (HTREEITEM focus = tree.GetFocusedItem(); focus && !tree.IsSelected(focus))
         if (auto* node = dynamic_cast<TreeNodeWithObject*>(tree.GetNodeFromItem(focus)))

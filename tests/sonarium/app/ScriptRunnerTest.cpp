@@ -35,7 +35,20 @@ TEST_F(ScriptRun, EachBadLineSaysWhatWasWrongAndChangesNothing)
         {L"use Nowhere", L"no pane named \"Nowhere\""},
         {L"answer message Maybe", L"unknown button \"Maybe\""},
         {L"answer unload later", L"unknown decision \"later\" (save, cancel or discard)"},
-        {L"advance soon", L"usage: advance MILLISECONDS"},
+        {L"advance soon", L"not a number of milliseconds: \"soon\""},
+        {L"advance 99999999999999999999", L"not a number of milliseconds: \"99999999999999999999\""},
+        {L"advance", L"usage: advance MILLISECONDS"},
+        {L"use", L"usage: use NAME"},
+        {L"close-pane Nowhere", L"no pane named \"Nowhere\""},
+        {L"type Hello World", L"unexpected word \"World\" (usage: type TEXT)"},
+        {L"answer name My Unit", L"unexpected word \"Unit\""},
+        {L"answer message OK tick", L"unexpected word \"tick\": only \"ticked\" may follow the button"},
+        {L"host rename AudioObjects/World New Name", L"unexpected word \"Name\""},
+        {L"host unlock", L"the UI is not locked"},
+        {L"click AudioObjects/World AudioObjects/Characters",
+         L"unexpected word \"AudioObjects/Characters\" (usage: "
+         L"click ROW [ctrl] [shift] [alt])"},
+        {L"print tree Audio twice", L"unexpected word \"twice\""},
         {L"host create AudioObjects/Characters Gizmo Thing", L"unknown object type \"Gizmo\""},
         {L"host platform Toaster", L"the project has no platform named \"Toaster\""},
         {L"host undo", L"there is nothing to undo"},
@@ -73,6 +86,16 @@ TEST_F(ScriptRun, TheFirstBadLineStopsTheRunAndNamesItsLine)
         << "the lines before it ran";
     EXPECT_EQ(sn::FindByPath(*session.GetProject(), L"AudioObjects/Characters/Player/Player/Late"), nullptr)
         << "the line after it did not";
+}
+
+TEST_F(ScriptRun, AnAnswerNothingAskedForFailsTheRunAtItsEnd)
+{
+    std::istringstream script("answer message OK\nmenu Delete\nclick AudioObjects/World\n");
+    std::string error;
+    EXPECT_FALSE(runner.Run(script, "eager.sonscript", error));
+    EXPECT_EQ(error,
+              "eager.sonscript:3: the script ended with 1 dialog answer(s) and 1 menu choice(s) that nothing "
+              "asked for");
 }
 
 TEST(ScriptWords, QuotesEscapesCommentsAndModifiers)
