@@ -52,7 +52,10 @@ public:
     void MouseDown(CPoint point, UINT keys);
     void MouseUp(CPoint point, UINT keys);
     void Click(CPoint point, UINT keys);
+    // Both clicks of a double click; a second press on an expand button toggles it back.
     void DoubleClick(CPoint point, UINT keys);
+    // The second click alone, for a window system that reports the first as a click of its own.
+    void SecondClick(CPoint point, UINT keys);
     void RightClick(CPoint point, UINT keys);
     void KeyPress(UINT vk, UINT keys);
     // Typing goes to the label editor when one is open.

@@ -173,7 +173,7 @@ void TreeViewWidget::mouseDoubleClickEvent(QMouseEvent* event)
         return;
     // Qt reports the second press as the double click: the gesture includes its own click.
     m_skipRelease = true;
-    Act([&] { m_tree.DoubleClick(ToPoint(event->position()), MouseKeys(event->modifiers())); });
+    Act([&] { m_tree.SecondClick(ToPoint(event->position()), MouseKeys(event->modifiers())); });
 }
 
 void TreeViewWidget::wheelEvent(QWheelEvent* event)

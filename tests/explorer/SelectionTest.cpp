@@ -175,8 +175,11 @@ TEST_F(SelectionTest, DoubleClicksInspectFromTheLabelOnlyAndNeverToggleTheItem)
                      "Inspector/Inspect Ambience (double click)"}));
 
     const RECT button = tree.GetRow(ambience).button;
+    const UINT expanded = tree.GetItemState(ambience, TVIS_EXPANDED);
     tree.DoubleClick(CPoint((button.left + button.right) / 2, (button.top + button.bottom) / 2), 0);
     EXPECT_EQ(HeardAfterIdle(), kNothing) << "the expand button is not the object";
+    EXPECT_EQ(tree.GetItemState(ambience, TVIS_EXPANDED), expanded)
+        << "toggled by each press, back as it was";
 
     // An inspection still queued when the focus leaves the view is dropped.
     tree.DoubleClick(LabelCenter(view, Reveal(view, kRain)), 0);

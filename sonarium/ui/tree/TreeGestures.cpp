@@ -104,6 +104,12 @@ void MultiSelectionTreeCtrl::Click(CPoint point, UINT keys)
 void MultiSelectionTreeCtrl::DoubleClick(CPoint point, UINT keys)
 {
     Click(point, keys);
+    SecondClick(point, keys);
+}
+
+void MultiSelectionTreeCtrl::SecondClick(CPoint point, UINT keys)
+{
+    Click(point, keys);
     if (!m_hWnd)
         return;
     HeldKeys held(HeldKeys::Modifiers(keys));
