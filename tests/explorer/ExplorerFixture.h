@@ -10,6 +10,7 @@
 #include "platform/WindowSystem.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/ModelNotify.h"
+#include "sonarium/ui/dialogs/ScriptedDialogService.h"
 
 #include <set>
 #include <sstream>
@@ -131,6 +132,9 @@ protected:
     {
         for (DlgProjectExplorer* view : std::vector<DlgProjectExplorer*>(m_views))
             CloseView(view);
+        // A dialog the test did not expect is a fault, not a silent cancel.
+        EXPECT_EQ(0u, m_dialogs.UnansweredCount()) << Utf8::FromWide(m_dialogs.Transcript());
+        EXPECT_EQ(0u, m_dialogs.PendingAnswers()) << "an answer was queued for a dialog never shown";
         HostRef().SetMainWnd(nullptr);
         m_main.DestroyWindow();
         HostTest::TearDown();
@@ -204,4 +208,6 @@ protected:
 
     TestMainWindow m_main;
     std::vector<DlgProjectExplorer*> m_views;
+    sn::ScriptedDialogService m_dialogs;
+    sn::ScopedDialogService m_installDialogs{&m_dialogs};
 };

@@ -161,9 +161,7 @@ void PETreeCtrl::OnItemExpanding(HTREEITEM item, bool expand)
         return;
     node->Refresh(true, k_structureRefresh);
     SetItemHasChildren(item, node->HasChildren());
-    for (PMTreeNode* child : node->Children())
-        if (HTREEITEM childItem = InsertOne(child, item, TVI_LAST))
-            InsertChildren(childItem, child);
+    InsertChildren(item, node);
 }
 
 void PETreeCtrl::OnItemDeleting(HTREEITEM item)
