@@ -2,6 +2,7 @@
 
 #include "explorer/DlgProjectExplorer.h"
 
+#include "host/HostMessages.h"
 #include "host/OrbObjNotify.h"
 #include "host/UISubClassingMgr.h"
 #include "module/ExplorerApp.h"
@@ -37,12 +38,12 @@ BEGIN_MESSAGE_MAP(DlgProjectExplorer, CDialogBase)
     ON_MESSAGE(WM_CUT, &DlgProjectExplorer::OnWmCut)
     ON_MESSAGE(WM_COPY, &DlgProjectExplorer::OnWmCopy)
     ON_MESSAGE(WM_PASTE, &DlgProjectExplorer::OnWmPaste)
-    ON_MESSAGE(WM_APP + 0xCA, &DlgProjectExplorer::OnWmCanCut)
-    ON_MESSAGE(WM_APP + 0xCB, &DlgProjectExplorer::OnWmCanCopy)
-    ON_MESSAGE(WM_APP + 0xCC, &DlgProjectExplorer::OnWmCanPaste)
-    ON_MESSAGE(WM_APP + 0xEF, &DlgProjectExplorer::OnDeleteObject)
-    ON_MESSAGE(WM_APP + 0xF0, &DlgProjectExplorer::OnRenameObject)
-    ON_MESSAGE(WM_APP + 0x36, &DlgProjectExplorer::OnKeyMessage)
+    ON_MESSAGE(HostMessages::CanCut, &DlgProjectExplorer::OnWmCanCut)
+    ON_MESSAGE(HostMessages::CanCopy, &DlgProjectExplorer::OnWmCanCopy)
+    ON_MESSAGE(HostMessages::CanPaste, &DlgProjectExplorer::OnWmCanPaste)
+    ON_MESSAGE(HostMessages::DeleteObject, &DlgProjectExplorer::OnDeleteObject)
+    ON_MESSAGE(HostMessages::RenameObject, &DlgProjectExplorer::OnRenameObject)
+    ON_MESSAGE(HostMessages::ForwardedKey, &DlgProjectExplorer::OnKeyMessage)
     ON_MESSAGE(WM_LOAD_SCROLL_STATE, &DlgProjectExplorer::OnLoadScrollState)
     ON_WM_ERASEBKGND()
 END_MESSAGE_MAP()

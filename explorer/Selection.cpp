@@ -3,6 +3,7 @@
 
 #include "explorer/DlgProjectExplorer.h"
 
+#include "host/HostMessages.h"
 #include "host/HostWindows.h"
 #include "host/OrbObjNotify.h"
 #include "host/ProjectManager.h"
@@ -33,9 +34,6 @@ bool IsEventViewerCategory(OrbObjectCategories::Category category)
         return false;
     }
 }
-
-// Asked of the host's main window: may the view with this handle drive the transport?
-constexpr UINT WM_CAN_DRIVE_TRANSPORT = WM_APP + 0x33;
 } // namespace
 
 void DlgProjectExplorer::DelayNotifySelection()
@@ -75,7 +73,8 @@ void DlgProjectExplorer::SendOrbObjectToTransport(GUID const& id)
     CWnd* mainWnd = SonariumGetMainWnd();
     if (!mainWnd)
         return;
-    if (mainWnd->SendMessage(WM_CAN_DRIVE_TRANSPORT, reinterpret_cast<WPARAM>(GetSafeHwnd()), 0) == 0)
+    if (mainWnd->SendMessage(HostMessages::MayDriveTransport, reinterpret_cast<WPARAM>(GetSafeHwnd()), 0) ==
+        0)
         return;
     if (!IsWindowVisible())
         return;

@@ -2,11 +2,7 @@
 
 #include "explorer/DlgProjectExplorer.h"
 
-namespace
-{
-// The host's can-cut, can-copy and can-paste questions are answered 1 (allowed) or 2.
-constexpr LRESULT kNotAllowed = 2;
-} // namespace
+#include "host/HostMessages.h"
 
 LRESULT DlgProjectExplorer::OnWmCut(WPARAM, LPARAM)
 {
@@ -26,15 +22,15 @@ LRESULT DlgProjectExplorer::OnWmPaste(WPARAM, LPARAM)
 // Until the clipboard commands exist the host is told they are not available.
 LRESULT DlgProjectExplorer::OnWmCanCut(WPARAM, LPARAM)
 {
-    return kNotAllowed;
+    return HostMessages::NotAllowed;
 }
 
 LRESULT DlgProjectExplorer::OnWmCanCopy(WPARAM, LPARAM)
 {
-    return kNotAllowed;
+    return HostMessages::NotAllowed;
 }
 
 LRESULT DlgProjectExplorer::OnWmCanPaste(WPARAM, LPARAM)
 {
-    return kNotAllowed;
+    return HostMessages::NotAllowed;
 }

@@ -1,5 +1,6 @@
 // The main window's menus and the host commands they send.
 
+#include "host/HostMessages.h"
 #include "sonarium/core/host/Theme.h"
 #include "sonarium/qt/DesktopSettings.h"
 #include "sonarium/qt/MainWindow.h"
@@ -19,14 +20,6 @@ namespace sn::qt
 {
 namespace
 {
-// The host's questions and commands to a view.
-constexpr UINT k_canCut = WM_APP + 0xCA;
-constexpr UINT k_canCopy = WM_APP + 0xCB;
-constexpr UINT k_canPaste = WM_APP + 0xCC;
-constexpr UINT k_delete = WM_APP + 0xEF;
-constexpr UINT k_rename = WM_APP + 0xF0;
-// A view answers 1 when the command is allowed.
-constexpr LRESULT k_allowed = 1;
 constexpr int k_recentCount = 8;
 
 const QString k_recentKey = QStringLiteral("RecentProjects");
@@ -65,10 +58,10 @@ void MainWindow::BuildMenus()
     m_copy = edit->addAction(tr("&Copy"), QKeySequence::Copy, this, [this] { SendToActiveView(WM_COPY); });
     m_paste =
         edit->addAction(tr("&Paste"), QKeySequence::Paste, this, [this] { SendToActiveView(WM_PASTE); });
-    m_delete =
-        edit->addAction(tr("&Delete"), QKeySequence::Delete, this, [this] { SendToActiveView(k_delete); });
+    m_delete = edit->addAction(tr("&Delete"), QKeySequence::Delete, this,
+                               [this] { SendToActiveView(HostMessages::DeleteObject); });
     m_rename = edit->addAction(tr("Re&name"), QKeySequence(Qt::Key_F2), this,
-                               [this] { SendToActiveView(k_rename); });
+                               [this] { SendToActiveView(HostMessages::RenameObject); });
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
     view->addAction(tr("New Explorer &Pane..."), this, &MainWindow::ChooseNewPane);
@@ -105,10 +98,10 @@ void MainWindow::UpdateEditMenu()
     Pane* pane = m_session.ActivePane();
     // Only questions here: asking must not change anything, so nothing is pumped.
     auto allowed = [pane](UINT question)
-    { return pane && pane->view->SendMessage(question, 0, 0) == k_allowed; };
-    m_cut->setEnabled(allowed(k_canCut));
-    m_copy->setEnabled(allowed(k_canCopy));
-    m_paste->setEnabled(allowed(k_canPaste));
+    { return pane && pane->view->SendMessage(question, 0, 0) == HostMessages::Allowed; };
+    m_cut->setEnabled(allowed(HostMessages::CanCut));
+    m_copy->setEnabled(allowed(HostMessages::CanCopy));
+    m_paste->setEnabled(allowed(HostMessages::CanPaste));
     m_delete->setEnabled(pane != nullptr);
     m_rename->setEnabled(pane != nullptr);
 }

@@ -1,5 +1,6 @@
 #include "sonarium/qt/TreeViewWidget.h"
 
+#include "host/HostMessages.h"
 #include "sonarium/qt/QtText.h"
 #include "sonarium/qt/QtWindowSystemDriver.h"
 #include "sonarium/qt/TreeInput.h"
@@ -16,9 +17,6 @@ namespace sn::qt
 {
 namespace
 {
-// The host's message carrying a key it saw first to the view with the focus.
-constexpr UINT k_forwardedKey = WM_APP + 0x36;
-
 CPoint ToPoint(QPointF const& point)
 {
     return CPoint(static_cast<LONG>(point.x()), static_cast<LONG>(point.y()));
@@ -218,7 +216,7 @@ void TreeViewWidget::FollowModifierKey(QKeyEvent* event, bool pressed)
     MSG message{};
     message.message = pressed ? WM_KEYDOWN : WM_KEYUP;
     message.wParam = VK_SHIFT;
-    Act([&] { view->SendMessage(k_forwardedKey, reinterpret_cast<WPARAM>(&message), 0); });
+    Act([&] { view->SendMessage(HostMessages::ForwardedKey, reinterpret_cast<WPARAM>(&message), 0); });
 }
 
 void TreeViewWidget::focusInEvent(QFocusEvent* event)

@@ -5,6 +5,7 @@
 #include "HostFixture.h"
 
 #include "explorer/DlgProjectExplorer.h"
+#include "host/HostMessages.h"
 #include "host/OrbObjectCategories.h"
 #include "host/Utf8.h"
 #include "platform/WindowSystem.h"
@@ -25,7 +26,7 @@ public:
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
-        if (message == WM_APP + 0x33)
+        if (message == HostMessages::MayDriveTransport)
             return allowTransport ? 1 : 0;
         return CWnd::WindowProc(message, wParam, lParam);
     }

@@ -3,6 +3,7 @@
 
 #include "ExplorerFixture.h"
 
+#include "host/HostMessages.h"
 #include "host/UserPreferences.h"
 #include "sonarium/core/model/ModelNotify.h"
 
@@ -208,7 +209,7 @@ TEST_F(SelectionTest, KeysActOnASingleSelectionOnly)
     key.message = WM_KEYDOWN;
     key.wParam = VK_DOWN;
     WindowSystem::Get().SetKeyDown(VK_MENU, true);
-    view->SendMessage(WM_APP + 0x36, reinterpret_cast<WPARAM>(&key), 0);
+    view->SendMessage(HostMessages::ForwardedKey, reinterpret_cast<WPARAM>(&key), 0);
     WindowSystem::Get().SetKeyDown(VK_MENU, false);
     std::vector<HTREEITEM> selected;
     tree.GetSelectedList(selected);

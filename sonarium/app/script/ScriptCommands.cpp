@@ -3,6 +3,7 @@
 
 #include "sonarium/app/script/ScriptRunner.h"
 
+#include "host/HostMessages.h"
 #include "host/Utf8.h"
 #include "platform/HeldKeys.h"
 #include "platform/WindowSystem.h"
@@ -182,11 +183,11 @@ bool ScriptRunner::Send(Words const& given, std::wstring& error)
         {L"cut", WM_CUT},
         {L"copy", WM_COPY},
         {L"paste", WM_PASTE},
-        {L"delete", WM_APP + 0xEF},
-        {L"rename", WM_APP + 0xF0},
-        {L"can-cut", WM_APP + 0xCA},
-        {L"can-copy", WM_APP + 0xCB},
-        {L"can-paste", WM_APP + 0xCC},
+        {L"delete", HostMessages::DeleteObject},
+        {L"rename", HostMessages::RenameObject},
+        {L"can-cut", HostMessages::CanCut},
+        {L"can-copy", HostMessages::CanCopy},
+        {L"can-paste", HostMessages::CanPaste},
     };
     const std::wstring name = words.size() > 1 ? words[1] : L"";
     if (name.rfind(L"key:", 0) == 0)
@@ -199,7 +200,7 @@ bool ScriptRunner::Send(Words const& given, std::wstring& error)
         MSG msg{};
         msg.message = WM_KEYDOWN;
         msg.wParam = *vk;
-        pane->view->SendMessage(WM_APP + 0x36, reinterpret_cast<WPARAM>(&msg), 0);
+        pane->view->SendMessage(HostMessages::ForwardedKey, reinterpret_cast<WPARAM>(&msg), 0);
         return true;
     }
     auto message = k_messages.find(name);

@@ -1,5 +1,6 @@
 #include "sonarium/app/session/AppSession.h"
 
+#include "host/HostMessages.h"
 #include "host/Utf8.h"
 #include "platform/WindowSystem.h"
 #include "sonarium/core/storage/ProjectStorage.h"
@@ -8,8 +9,6 @@ namespace sn
 {
 namespace
 {
-// The host's question to its main window: may this view drive the primary transport?
-constexpr UINT k_mayDriveTransport = WM_APP + 0x33;
 
 void Describe(StorageProblems const& problems, std::vector<std::wstring>& messages)
 {
@@ -28,7 +27,7 @@ std::vector<PaneDefinition> DefaultPanes()
 
 LRESULT AppMainWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message == k_mayDriveTransport)
+    if (message == HostMessages::MayDriveTransport)
     {
         CWnd* view = CWnd::FromHandle(reinterpret_cast<HWND>(wParam));
         return view && IsChild(view) && view->IsWindowVisible() ? 1 : 0;

@@ -3,6 +3,7 @@
 
 #include "SessionFixture.h"
 
+#include "host/HostMessages.h"
 #include "sonarium/app/script/ScriptRunner.h"
 #include "sonarium/app/session/TreeText.h"
 
@@ -11,8 +12,6 @@
 namespace
 {
 using Session = SessionTest;
-
-constexpr UINT k_mayDriveTransport = WM_APP + 0x33;
 
 bool Shows(PETreeCtrl& tree, std::wstring const& line)
 {
@@ -55,7 +54,7 @@ TEST_F(Session, OnlyAVisiblePaneMayDriveTheTransportAndTheFocusedOneIsActive)
 {
     auto ask = [this](CWnd& view)
     {
-        return session.MainWindow().SendMessage(k_mayDriveTransport,
+        return session.MainWindow().SendMessage(HostMessages::MayDriveTransport,
                                                 reinterpret_cast<WPARAM>(view.GetSafeHwnd()), 0);
     };
     DlgProjectExplorer& audio = *session.Panes()[0].view;
