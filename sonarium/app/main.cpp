@@ -50,12 +50,8 @@ bool Parse(int argc, char** argv, Arguments& arguments, std::string& error)
 
 void LayOutDefaultPanes(sn::AppSession& session)
 {
-    LONG left = 0;
     for (sn::PaneDefinition const& pane : sn::DefaultPanes())
-    {
-        session.OpenPane(pane, CRect(left, 0, left + 300, 600));
-        left += 320;
-    }
+        session.OpenPane(pane);
 }
 
 int RunScript(sn::AppSession& session, std::string const& path)

@@ -22,13 +22,6 @@ namespace sn::qt
 {
 namespace
 {
-// Where a pane's portable window starts before the widget gives it its real size.
-CRect InitialPaneRect(size_t index)
-{
-    const LONG left = static_cast<LONG>(index) * 320;
-    return CRect(left, 0, left + 300, 600);
-}
-
 QString JoinLines(std::vector<std::wstring> const& lines)
 {
     QStringList joined;
@@ -97,7 +90,7 @@ void MainWindow::BuildPanes()
         if (definitions.empty())
             definitions = DefaultPanes();
         for (PaneDefinition const& definition : definitions)
-            m_session.OpenPane(definition, InitialPaneRect(m_session.Panes().size()));
+            m_session.OpenPane(definition);
     }
     int index = 0;
     for (Pane const& pane : m_session.Panes())
@@ -141,7 +134,7 @@ void MainWindow::ChooseNewPane()
     NewPaneDialog dialog(taken, this);
     if (dialog.exec() != QDialog::Accepted)
         return;
-    Pane& pane = m_session.OpenPane(dialog.Definition(), InitialPaneRect(m_session.Panes().size()));
+    Pane& pane = m_session.OpenPane(dialog.Definition());
     AddPaneWidget(pane, static_cast<int>(m_panes.size()));
     SavePaneLayout(m_session.Panes());
     m_driver.Pump();
@@ -156,12 +149,7 @@ void MainWindow::ClosePane(PaneWidget* widget)
     m_panes.erase(found);
     delete widget;
     // The host ends the view as it ends any closed pane: its expand and scroll state are saved.
-    for (size_t i = 0; i < m_session.Panes().size(); ++i)
-        if (m_session.Panes()[i].view == view)
-        {
-            m_session.ClosePane(i);
-            break;
-        }
+    m_session.ClosePaneOf(view);
     SavePaneLayout(m_session.Panes());
     m_driver.Pump();
 }

@@ -14,12 +14,13 @@ namespace
 constexpr const wchar_t* k_section = L"Preferences";
 } // namespace
 
-PreferencesDialog::PreferencesDialog(IUserPreferences& store, QWidget* parent) : QDialog(parent), m_store(store)
+PreferencesDialog::PreferencesDialog(IUserPreferences& store, QWidget* parent)
+    : QDialog(parent), m_store(store)
 {
     setWindowTitle(tr("Preferences"));
     auto* layout = new QVBoxLayout(this);
-    auto addGroup = [&](QString const& title,
-                        std::initializer_list<std::tuple<const wchar_t*, bool, QString>> entries)
+    auto addGroup =
+        [&](QString const& title, std::initializer_list<std::tuple<const wchar_t*, bool, QString>> entries)
     {
         auto* group = new QGroupBox(title, this);
         auto* inner = new QVBoxLayout(group);

@@ -26,11 +26,16 @@ QMessageBox::Icon IconOf(UINT style)
 {
     switch (style & 0xF0)
     {
-    case MB_ICONERROR: return QMessageBox::Critical;
-    case MB_ICONQUESTION: return QMessageBox::Question;
-    case MB_ICONWARNING: return QMessageBox::Warning;
-    case MB_ICONINFORMATION: return QMessageBox::Information;
-    default: return QMessageBox::NoIcon;
+    case MB_ICONERROR:
+        return QMessageBox::Critical;
+    case MB_ICONQUESTION:
+        return QMessageBox::Question;
+    case MB_ICONWARNING:
+        return QMessageBox::Warning;
+    case MB_ICONINFORMATION:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
     }
 }
 
@@ -40,11 +45,15 @@ QMessageBox::ButtonRole RoleOf(int button)
     {
     case IDOK:
     case IDYES:
-    case MessageBoxButtons::IDRETRY: return QMessageBox::AcceptRole;
-    case IDNO: return QMessageBox::NoRole;
+    case MessageBoxButtons::IDRETRY:
+        return QMessageBox::AcceptRole;
+    case IDNO:
+        return QMessageBox::NoRole;
     case IDCANCEL:
-    case MessageBoxButtons::IDABORT: return QMessageBox::RejectRole;
-    default: return QMessageBox::ActionRole;
+    case MessageBoxButtons::IDABORT:
+        return QMessageBox::RejectRole;
+    default:
+        return QMessageBox::ActionRole;
     }
 }
 } // namespace
@@ -97,8 +106,9 @@ NewWorkUnitAnswer QtDialogService::ShowNewWorkUnit(const NewWorkUnitRequest& req
 {
     QInputDialog dialog(m_parent);
     dialog.setWindowTitle(Localized(L"New Work Unit"));
-    dialog.setLabelText(request.folder.empty() ? Localized(L"Name:")
-                                               : Localized(L"Name:") + QStringLiteral("\n") + ToQt(request.folder));
+    dialog.setLabelText(request.folder.empty()
+                            ? Localized(L"Name:")
+                            : Localized(L"Name:") + QStringLiteral("\n") + ToQt(request.folder));
     dialog.setTextValue(ToQt(request.proposedName));
     NewWorkUnitAnswer answer;
     answer.ok = dialog.exec() == QDialog::Accepted;
@@ -147,7 +157,7 @@ FileAnswer QtDialogService::ShowFileDialog(const FileRequest& request)
         break;
     default:
         dialog.setFileMode((request.flags & CFileDialog::Flag_AllowMultiSelect) ? QFileDialog::ExistingFiles
-                                                                                 : QFileDialog::ExistingFile);
+                                                                                : QFileDialog::ExistingFile);
         break;
     }
     FileAnswer answer;

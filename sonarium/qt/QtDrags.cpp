@@ -32,11 +32,6 @@ std::vector<std::wstring> LocalFiles(QMimeData const* mime)
             files.push_back(FromQt(url.toLocalFile()));
     return files;
 }
-
-CPoint ToPoint(QPointF const& point)
-{
-    return CPoint(static_cast<LONG>(point.x()), static_cast<LONG>(point.y()));
-}
 } // namespace
 
 Qt::DropActions ToDropActions(DROPEFFECT effects)

@@ -23,4 +23,14 @@ QColor ThemeColor(char const* name)
 {
     return ToQColor(sn::theme::Color(name).ToCOLORREF());
 }
+
+CPoint ToPoint(QPointF const& point)
+{
+    return CPoint(static_cast<LONG>(point.x()), static_cast<LONG>(point.y()));
+}
+
+QRect ToQRect(RECT const& rect)
+{
+    return QRect(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
+}
 } // namespace sn::qt

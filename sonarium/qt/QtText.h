@@ -1,9 +1,11 @@
 #pragma once
-// The one crossing between the host's wide strings and colours and Qt's.
+// The one crossing between the host's wide strings, colours and geometry and Qt's.
 
 #include "platform/WinTypes.h"
 
 #include <QColor>
+#include <QPointF>
+#include <QRect>
 #include <QString>
 
 #include <string>
@@ -15,4 +17,7 @@ std::wstring FromQt(QString const& text);
 QColor ToQColor(COLORREF colour);
 // The colour of the loaded theme by name.
 QColor ThemeColor(char const* name);
+// Points and rectangles in the same client coordinates on both sides.
+CPoint ToPoint(QPointF const& point);
+QRect ToQRect(RECT const& rect);
 } // namespace sn::qt

@@ -12,11 +12,6 @@ namespace
 {
 constexpr int k_colorTagWidth = 3;
 
-QRect ToQRect(RECT const& rect)
-{
-    return QRect(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
-}
-
 void PaintButton(QPainter& painter, PETreeRow const& row, QColor const& colour)
 {
     const QRectF box = QRectF(ToQRect(row.button)).adjusted(0, 0, -1, -1);
@@ -97,15 +92,17 @@ TreePalette TreePalette::FromTheme(PETreeCtrl const& tree)
 {
     TreePalette palette;
     const COLORREF background = tree.GetBkColor();
-    palette.background = background == CLR_NONE || background == CLR_DEFAULT ? ThemeColor("Explorer_BackgroundColor")
-                                                                             : ToQColor(background);
+    palette.background = background == CLR_NONE || background == CLR_DEFAULT
+                             ? ThemeColor("Explorer_BackgroundColor")
+                             : ToQColor(background);
     palette.selection = ThemeColor("Explorer_SelectionBackground");
     palette.selectionText = ThemeColor("Explorer_SelectionText");
     palette.cutText = ThemeColor("Explorer_CutText");
     return palette;
 }
 
-void PaintRows(QPainter& painter, std::vector<PETreeRow> const& rows, TreePalette const& palette, bool hasFocus)
+void PaintRows(QPainter& painter, std::vector<PETreeRow> const& rows, TreePalette const& palette,
+               bool hasFocus)
 {
     for (PETreeRow const& row : rows)
         PaintRow(painter, row, palette, hasFocus);

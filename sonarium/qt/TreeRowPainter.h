@@ -22,5 +22,6 @@ struct TreePalette
 };
 
 // `hasFocus`: the focus rectangle is drawn only while the view holds the keyboard focus.
-void PaintRows(QPainter& painter, std::vector<PETreeRow> const& rows, TreePalette const& palette, bool hasFocus);
+void PaintRows(QPainter& painter, std::vector<PETreeRow> const& rows, TreePalette const& palette,
+               bool hasFocus);
 } // namespace sn::qt

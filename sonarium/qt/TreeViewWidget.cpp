@@ -15,14 +15,6 @@
 
 namespace sn::qt
 {
-namespace
-{
-CPoint ToPoint(QPointF const& point)
-{
-    return CPoint(static_cast<LONG>(point.x()), static_cast<LONG>(point.y()));
-}
-} // namespace
-
 TreeViewWidget::TreeViewWidget(PETreeCtrl& tree, QtWindowSystemDriver& driver, QWidget* parent)
     : QAbstractScrollArea(parent), m_tree(tree), m_driver(driver), m_dropSite(tree)
 {
@@ -32,9 +24,10 @@ TreeViewWidget::TreeViewWidget(PETreeCtrl& tree, QtWindowSystemDriver& driver, Q
     viewport()->setMouseTracking(false);
     viewport()->setAcceptDrops(true);
     const QFont labelFont = font();
-    m_tree.SetTextMeasure([labelFont](std::wstring const& text)
-                          { return QFontMetrics(labelFont).horizontalAdvance(ToQt(text)); });
-    m_tree.SetItemHeight(std::max(CTreeCtrl::DefaultItemHeight, QFontMetrics(labelFont).height() + 4));
+    const QFontMetrics metrics(labelFont);
+    m_tree.SetTextMeasure([metrics](std::wstring const& text)
+                          { return metrics.horizontalAdvance(ToQt(text)); });
+    m_tree.SetItemHeight(std::max(CTreeCtrl::DefaultItemHeight, metrics.height() + 4));
     m_driver.ShowWindowIn(m_tree.GetSafeHwnd(), viewport());
     connect(&m_driver, &QtWindowSystemDriver::Pumped, this, &TreeViewWidget::SyncFromTree);
 }

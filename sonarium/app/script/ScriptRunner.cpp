@@ -82,13 +82,7 @@ PETreeCtrl* ScriptRunner::Tree(std::wstring& error)
 Pane* ScriptRunner::PaneNamed(Words const& words, size_t index, std::wstring& error)
 {
     if (index >= words.size())
-    {
-        if (!m_pane.empty())
-            return m_session.FindPane(m_pane);
-        if (m_session.Panes().empty())
-            Fail(error, L"no pane is open");
-        return m_session.Panes().empty() ? nullptr : &m_session.Panes().front();
-    }
+        return CurrentPane(error);
     Pane* pane = m_session.FindPane(words[index]);
     if (!pane)
         Fail(error, L"no pane named \"" + words[index] + L"\"");
@@ -135,8 +129,7 @@ bool ScriptRunner::OpenPane(Words const& words, std::wstring& error)
             return Fail(error, L"unknown category \"" + words[i] + L"\"");
         definition.categories.insert(category);
     }
-    const LONG left = static_cast<LONG>(320 * m_session.Panes().size());
-    m_session.OpenPane(definition, CRect(left, 0, left + 300, 600));
+    m_session.OpenPane(definition);
     return true;
 }
 
@@ -174,15 +167,13 @@ void ScriptRunner::AddCommands()
     {
         if (!WordCount(words, 2, 2, L"close-pane NAME", error))
             return false;
-        for (size_t i = 0; i < m_session.Panes().size(); ++i)
-            if (m_session.Panes()[i].name == words[1])
-            {
-                m_session.ClosePane(i);
-                if (m_pane == words[1])
-                    m_pane.clear();
-                return true;
-            }
-        return Fail(error, L"no pane named \"" + words[1] + L"\"");
+        Pane* pane = PaneNamed(words, 1, error);
+        if (!pane)
+            return false;
+        m_session.ClosePaneOf(pane->view);
+        if (m_pane == words[1])
+            m_pane.clear();
+        return true;
     };
     m_commands[L"use"] = [this](Words const& words, std::wstring& error)
     {

@@ -115,6 +115,27 @@ Pane& AppSession::OpenPane(PaneDefinition const& definition, RECT const& rect)
     return m_panes.back();
 }
 
+Pane& AppSession::OpenPane(PaneDefinition const& definition)
+{
+    // Panes start in slots of a fixed width, until a window gives them their real size.
+    constexpr LONG k_width = 300;
+    constexpr LONG k_gap = 20;
+    constexpr LONG k_height = 600;
+    const LONG left = static_cast<LONG>(m_panes.size()) * (k_width + k_gap);
+    return OpenPane(definition, CRect(left, 0, left + k_width, k_height));
+}
+
+bool AppSession::ClosePaneOf(DlgProjectExplorer const* view)
+{
+    for (size_t i = 0; i < m_panes.size(); ++i)
+        if (m_panes[i].view == view)
+        {
+            ClosePane(i);
+            return true;
+        }
+    return false;
+}
+
 void AppSession::ClosePane(size_t index)
 {
     if (index >= m_panes.size())

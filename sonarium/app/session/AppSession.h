@@ -62,8 +62,12 @@ public:
 
     // A new explorer view over the categories, loaded and laid out in the rectangle.
     Pane& OpenPane(PaneDefinition const& definition, RECT const& rect);
+    // The same, side by side with the panes already open, as a new window lays them out.
+    Pane& OpenPane(PaneDefinition const& definition);
     // The view protocol's end first, so that its expand and scroll state are saved.
     void ClosePane(size_t index);
+    // Closes the pane of the view; false when no pane holds it.
+    bool ClosePaneOf(DlgProjectExplorer const* view);
     void CloseAllPanes();
     std::vector<Pane>& Panes() { return m_panes; }
     Pane* FindPane(std::wstring const& name);
