@@ -5,6 +5,8 @@
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/FileIO.h"
+#include "sonarium/core/storage/ProjectLock.h"
+#include "sonarium/core/storage/SaveJournal.h"
 #include "sonarium/core/storage/StorageJson.h"
 #include "sonarium/core/storage/StorageState.h"
 
@@ -21,13 +23,17 @@ std::string Quoted(const std::string& text)
     return "\"" + text + "\"";
 }
 
-Json ReadDocument(const fs::path& path, const char* format)
+Json ReadDocument(const fs::path& path, const char* format, FileIO::FileStamp* stamp)
 {
     std::error_code ec;
-    if (!fs::exists(path, ec) && !ec)
-        throw FormatError("file not found");
+    if (!fs::exists(path, ec))
+    {
+        // A folder of the path that has become a file hides the file rather than losing it.
+        const std::string obstacle = FileIO::ObstacleTo(path);
+        throw FormatError(obstacle.empty() ? "file not found" : obstacle);
+    }
     std::string bytes, error;
-    if (!FileIO::ReadFile(path, bytes, error))
+    if (!FileIO::ReadFile(path, bytes, error, stamp))
         throw FormatError(error);
     Json document = storage::Parse(bytes);
     storage::CheckHeader(document, format);
@@ -95,9 +101,9 @@ void ReadCategories(Project& project, const Json& categories)
     }
 }
 
-std::unique_ptr<Project> ReadProjectFile(const fs::path& path)
+std::unique_ptr<Project> ReadProjectFile(const fs::path& path, FileIO::FileStamp& stamp)
 {
-    const Json document = ReadDocument(path, "sonarium-project");
+    const Json document = ReadDocument(path, "sonarium-project", &stamp);
     auto project = std::make_unique<Project>(Utf8::ToWide(storage::StringMember(document, "name")));
     for (const Json& item : storage::ArrayMember(document, "platforms"))
         project->Platforms().push_back(
@@ -123,7 +129,8 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
 {
     try
     {
-        const Json document = ReadDocument(path, "sonarium-workunit");
+        FileIO::FileStamp stamp;
+        const Json document = ReadDocument(path, "sonarium-workunit", &stamp);
         const GUID id = storage::GuidMember(document, "id");
         if (id != unit.Id())
             throw FormatError("id " + GuidText::ToString(id) + " is not the work unit's " +
@@ -143,6 +150,7 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
         }
         for (const CSmartPtr<ProjectObject>& child : unit.Children())
             project.Index(child.Get());
+        StorageStateOf(project).stamps[unit.Id()] = stamp;
         return true;
     }
     catch (const std::exception& error)
@@ -173,15 +181,28 @@ fs::path FindProjectFile(const fs::path& path, StorageProblems& problems)
 }
 } // namespace
 
-OpenResult OpenProject(const fs::path& projectFileOrFolder)
+OpenResult OpenProject(const fs::path& projectFileOrFolder, const OpenOptions& options)
 {
     OpenResult result;
     const fs::path file = FindProjectFile(projectFileOrFolder, result.problems);
     if (file.empty())
         return result;
+    ProjectLock::Result lock;
+    if (options.lock)
+    {
+        lock = ProjectLock::Acquire(file.parent_path());
+        if (!lock.heldBy.empty())
+            result.readOnly = "the project is open in another instance of Sonarium (" + lock.heldBy +
+                              "): it was opened read-only, and nothing can be saved until it is closed "
+                              "there and opened here again";
+    }
+    // The instance holding the folder may be in the middle of a save: only its holder finishes one.
+    if (result.readOnly.empty())
+        SaveJournal::Recover(file.parent_path(), result.problems);
+    FileIO::FileStamp stamp;
     try
     {
-        result.project = ReadProjectFile(file);
+        result.project = ReadProjectFile(file, stamp);
     }
     catch (const std::exception& error)
     {
@@ -193,6 +214,9 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder)
     project.SetFolder(file.parent_path());
     StorageState& state = ResetStorageState(project);
     state.projectFile = file;
+    state.projectStamp = stamp;
+    state.lock = std::move(lock.lock);
+    state.readOnly = result.readOnly;
     for (WorkUnitObject* unit : project.FileWorkUnits())
     {
         const fs::path path = WorkUnitFilePath(*unit, project.GetFolder());
@@ -234,21 +258,49 @@ bool LoadWorkUnit(Project& project, WorkUnitObject* unit, StorageProblems& probl
     return true;
 }
 
+namespace
+{
+void DropContent(Project& project, WorkUnitObject& unit)
+{
+    while (!unit.Children().empty())
+    {
+        const size_t last = unit.Children().size() - 1;
+        project.Unindex(unit.Children()[last].Get());
+        unit.RawRemoveChild(last);
+    }
+    StorageStateOf(project).stamps.erase(unit.Id());
+}
+} // namespace
+
 bool UnloadWorkUnit(Project& project, WorkUnitObject* unit)
 {
     if (!unit || !unit->IsFile() || unit->GetProject() != &project || unit->IsDirty())
         return false;
     if (!unit->IsLoaded())
         return true;
-    while (!unit->Children().empty())
-    {
-        const size_t last = unit->Children().size() - 1;
-        project.Unindex(unit->Children()[last].Get());
-        unit->RawRemoveChild(last);
-    }
+    DropContent(project, *unit);
     unit->RawSetLoaded(false);
     project.SetDirty(true);
     notify::Object(notify::evChildRemoved, unit);
     return true;
+}
+
+bool ReloadWorkUnit(Project& project, WorkUnitObject* unit, StorageProblems& problems)
+{
+    if (!unit || !unit->IsFile() || unit->GetProject() != &project || !unit->IsLoaded())
+        return false;
+    const bool projectDirty = project.IsDirty();
+    DropContent(project, *unit);
+    unit->RawSetLoaded(false);
+    if (unit->IsDirty())
+    {
+        unit->RawSetDirty(false);
+        notify::WorkUnit(notify::evDirtyChanged, unit);
+    }
+    notify::Object(notify::evChildRemoved, unit);
+    const bool loaded = LoadWorkUnit(project, unit, problems);
+    // Read again, the unit is where it was: the project file has nothing new to say.
+    project.SetDirty(projectDirty);
+    return loaded;
 }
 } // namespace sn
