@@ -2,6 +2,8 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <map>
+#include <mutex>
 #include <string>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -27,11 +29,28 @@ std::string Holder()
     ::gethostname(host, sizeof(host) - 1);
     return "process " + std::to_string(::getpid()) + " on host \"" + host + "\"";
 }
+// The locks this process holds: a project opened again here (reopened, say) shares its lock with
+// the copy still open, rather than finding its own instance in the way.
+std::map<std::filesystem::path, std::weak_ptr<ProjectLock>>& Held()
+{
+    static std::map<std::filesystem::path, std::weak_ptr<ProjectLock>> held;
+    return held;
+}
+
+std::mutex& HeldMutex()
+{
+    static std::mutex mutex;
+    return mutex;
+}
 } // namespace
 
 ProjectLock::Result ProjectLock::Acquire(const std::filesystem::path& folder)
 {
-    const std::filesystem::path path = folder / kFileName;
+    std::error_code ec;
+    const std::filesystem::path path = std::filesystem::weakly_canonical(folder, ec) / kFileName;
+    std::lock_guard<std::mutex> guard(HeldMutex());
+    if (std::shared_ptr<ProjectLock> held = Held()[path].lock(); held && held->m_process == ::getpid())
+        return {held, {}};
     // The holder removes the file as it lets go: a file locked after that is no longer the lock.
     for (int attempt = 0; attempt < 8; ++attempt)
     {
@@ -61,13 +80,19 @@ ProjectLock::Result ProjectLock::Acquire(const std::filesystem::path& folder)
         {
             // The name of the holder is a courtesy; the lock holds without it.
         }
-        return {std::shared_ptr<ProjectLock>(new ProjectLock(fd, path)), {}};
+        std::shared_ptr<ProjectLock> lock(new ProjectLock(fd, path, ::getpid()));
+        Held()[path] = lock;
+        return {lock, {}};
     }
     return {};
 }
 
 ProjectLock::~ProjectLock()
 {
+    {
+        std::lock_guard<std::mutex> guard(HeldMutex());
+        Held().erase(m_path);
+    }
     // Removed while still held, so that whoever opened the old file sees it is gone.
     ::unlink(m_path.c_str());
     ::close(m_fd);

@@ -31,9 +31,14 @@ public:
     static constexpr const char* kFileName = ".sonarium.lock";
 
 private:
-    ProjectLock(int fd, std::filesystem::path path) : m_fd(fd), m_path(std::move(path)) {}
+    ProjectLock(int fd, std::filesystem::path path, long process)
+        : m_fd(fd), m_path(std::move(path)), m_process(process)
+    {
+    }
 
     int m_fd;
     std::filesystem::path m_path;
+    // A process forked from the holder inherits its memory, not its lock.
+    long m_process;
 };
 } // namespace sn

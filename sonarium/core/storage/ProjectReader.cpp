@@ -10,6 +10,9 @@
 #include "sonarium/core/storage/StorageJson.h"
 #include "sonarium/core/storage/StorageState.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace sn
 {
 namespace
@@ -101,21 +104,55 @@ void ReadCategories(Project& project, const Json& categories)
     }
 }
 
-std::unique_ptr<Project> ReadProjectFile(const fs::path& path, FileIO::FileStamp& stamp)
+// The project's name names its file: one the editor would refuse gives way to the file's own.
+std::wstring ProjectName(const Json& document, const fs::path& path, std::vector<std::string>& fixed)
 {
-    const Json document = ReadDocument(path, "sonarium-project", &stamp);
-    auto project = std::make_unique<Project>(Utf8::ToWide(storage::StringMember(document, "name")));
+    const std::wstring name = Utf8::ToWide(storage::StringMember(document, "name"));
+    std::wstring why;
+    if (ProjectEdit::IsValidName(nullptr, PMTreeNode::WorkUnit, nullptr, name, &why))
+        return name;
+    fixed.push_back("the project's name was refused (" + Utf8::FromWide(why) + "): named " +
+                    Quoted(path.stem().string()) + " after its file");
+    return Utf8::ToWide(path.stem().string());
+}
+
+void ReadPlatformsAndLanguages(Project& project, const Json& document, std::vector<std::string>& fixed)
+{
     for (const Json& item : storage::ArrayMember(document, "platforms"))
-        project->Platforms().push_back(
-            {storage::GuidMember(item, "id"), Utf8::ToWide(storage::StringMember(item, "name"))});
+    {
+        const GUID id = storage::GuidMember(item, "id");
+        const std::wstring name = storage::CheckedName(storage::StringMember(item, "name"), PMTreeNode::None,
+                                                       nullptr, "platform " + GuidText::ToString(id), fixed);
+        if (std::any_of(project.Platforms().begin(), project.Platforms().end(),
+                        [&](const Platform& platform) { return platform.id == id; }))
+            fixed.push_back("platform " + GuidText::ToString(id) + " " + Quoted(Utf8::FromWide(name)) +
+                            " appears twice: the second was dropped");
+        else
+            project.Platforms().push_back({id, name});
+    }
     for (const Json& item : storage::ArrayMember(document, "languages"))
     {
         const Json& id = storage::Member(item, "id");
-        if (!id.is_number_unsigned())
+        if (!id.is_number_unsigned() || id.get<unsigned long long>() > std::numeric_limits<unsigned long>::max())
             throw FormatError("key \"id\" of a language must be a non-negative integer");
-        project->Languages().push_back(
-            {id.get<unsigned long>(), Utf8::ToWide(storage::StringMember(item, "name"))});
+        const unsigned long number = id.get<unsigned long>();
+        const std::wstring name = storage::CheckedName(storage::StringMember(item, "name"), PMTreeNode::None,
+                                                       nullptr, "language " + std::to_string(number), fixed);
+        if (std::any_of(project.Languages().begin(), project.Languages().end(),
+                        [&](const Language& language) { return language.id == number; }))
+            fixed.push_back("language " + std::to_string(number) + " " + Quoted(Utf8::FromWide(name)) +
+                            " appears twice: the second was dropped");
+        else
+            project.Languages().push_back({number, name});
     }
+}
+
+std::unique_ptr<Project> ReadProjectFile(const fs::path& path, FileIO::FileStamp& stamp,
+                                         std::vector<std::string>& fixed)
+{
+    const Json document = ReadDocument(path, "sonarium-project", &stamp);
+    auto project = std::make_unique<Project>(ProjectName(document, path, fixed));
+    ReadPlatformsAndLanguages(*project, document, fixed);
     const Json& reference = storage::Member(document, "referenceLanguage");
     if (!reference.is_number_unsigned())
         throw FormatError("key \"referenceLanguage\" must be a non-negative integer");
@@ -137,9 +174,10 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
                               GuidText::ToString(unit.Id()));
         storage::StringMember(document, "name");
         std::set<GUID, GUIDLess> ids;
+        std::vector<std::string> fixed;
         try
         {
-            storage::ReadChildren(storage::ArrayMember(document, "children"), &unit, ids);
+            storage::ReadChildren(storage::ArrayMember(document, "children"), &unit, ids, fixed);
         }
         catch (...)
         {
@@ -151,11 +189,16 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
         for (const CSmartPtr<ProjectObject>& child : unit.Children())
             project.Index(child.Get());
         StorageStateOf(project).stamps[unit.Id()] = stamp;
+        // Told, and saved as set right: nothing changes behind the user's back.
+        for (std::string& fix : fixed)
+            problems.push_back({path, std::move(fix)});
+        unit.RawSetDirty(!fixed.empty());
         return true;
     }
     catch (const std::exception& error)
     {
         problems.push_back({path, error.what()});
+        unit.RawSetLoadProblem(Utf8::FromWide(problems.back().Text()));
         return false;
     }
 }
@@ -200,9 +243,10 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder, const OpenOptions& o
     if (result.readOnly.empty())
         SaveJournal::Recover(file.parent_path(), result.problems);
     FileIO::FileStamp stamp;
+    std::vector<std::string> fixed;
     try
     {
-        result.project = ReadProjectFile(file, stamp);
+        result.project = ReadProjectFile(file, stamp, fixed);
     }
     catch (const std::exception& error)
     {
@@ -221,15 +265,17 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder, const OpenOptions& o
     {
         const fs::path path = WorkUnitFilePath(*unit, project.GetFolder());
         state.savedPaths[unit->Id()] = path;
+        unit->RawSetDirty(false);
         // A unit saved unloaded stays on disk until the user loads it.
         if (unit->IsLoaded() && !ReadWorkUnitFile(project, *unit, path, result.problems))
         {
             state.broken.insert(unit->Id());
             unit->RawSetLoaded(false);
         }
-        unit->RawSetDirty(false);
     }
-    project.SetDirty(false);
+    for (std::string& fix : fixed)
+        result.problems.push_back({file, std::move(fix)});
+    project.SetDirty(!fixed.empty());
     return result;
 }
 
@@ -249,6 +295,7 @@ bool LoadWorkUnit(Project& project, WorkUnitObject* unit, StorageProblems& probl
         return false;
     }
     state.broken.erase(unit->Id());
+    unit->RawSetLoadProblem({});
     state.savedPaths[unit->Id()] = path;
     unit->RawSetLoaded(true);
     // The project file records which units are unloaded.

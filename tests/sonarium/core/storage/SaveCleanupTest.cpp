@@ -282,3 +282,33 @@ TEST(SaveCleanup, ASaveKilledAtAnyMomentLeavesEveryUnitsContentOnDisk)
         chain.ExpectWhole(sample.Path(), "killed after " + std::to_string(delay) + " microseconds: ");
     }
 }
+
+TEST(SaveCleanup, AFileAnotherProgramChangedIsNeverSavedOverUnasked)
+{
+    disk::SampleCopy sample;
+    OpenResult opened = OpenProject(sample.Path());
+    ASSERT_TRUE(opened.project);
+    Project& project = *opened.project;
+    ASSERT_TRUE(ProjectEdit::Create(FindByPath(project, L"AudioObjects/World/Props/Props"), PMTreeNode::ActorMixer,
+                                    L"Mine"));
+    const fs::path props = sample.File("AudioObjects/World/Props.swu");
+    const std::string original = disk::Slurp(props);
+    std::string theirs = original;
+    theirs.replace(theirs.find("\"Explosions\""), 12, "\"Theirs\"");
+    disk::Spit(props, theirs);
+    const disk::Checksums before = disk::ChecksumsOf(sample.Path());
+
+    StorageProblems problems;
+    EXPECT_FALSE(SaveProject(project, problems));
+    ASSERT_EQ(problems.size(), 1u) << Problems(problems);
+    EXPECT_EQ(problems[0].path, props);
+    EXPECT_NE(problems[0].reason.find("changed by another program"), std::string::npos) << problems[0].reason;
+    EXPECT_EQ(disk::Changes(before, disk::ChecksumsOf(sample.Path())), "");
+    EXPECT_TRUE(dynamic_cast<WorkUnitObject*>(FindByPath(project, L"AudioObjects/World/Props"))->IsDirty());
+
+    // Written again with the bytes that were read, it is not a change: the save goes ahead.
+    disk::Spit(props, original);
+    problems.clear();
+    EXPECT_TRUE(SaveProject(project, problems)) << Problems(problems);
+    EXPECT_NE(disk::Slurp(props).find("\"Mine\""), std::string::npos);
+}
