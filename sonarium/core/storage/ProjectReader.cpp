@@ -116,34 +116,36 @@ std::wstring ProjectName(const Json& document, const fs::path& path, std::vector
     return Utf8::ToWide(path.stem().string());
 }
 
+// Platforms and languages are told apart by their ids: a second one with an id is dropped.
+template <class List, class Id>
+void AddOnce(List& list, const Id& id, const std::wstring& name, const std::string& what,
+             std::vector<std::string>& fixed)
+{
+    if (std::any_of(list.begin(), list.end(), [&](const auto& entry) { return entry.id == id; }))
+        fixed.push_back(what + " " + Quoted(Utf8::FromWide(name)) + " appears twice: the second was dropped");
+    else
+        list.push_back({id, name});
+}
+
 void ReadPlatformsAndLanguages(Project& project, const Json& document, std::vector<std::string>& fixed)
 {
     for (const Json& item : storage::ArrayMember(document, "platforms"))
     {
         const GUID id = storage::GuidMember(item, "id");
-        const std::wstring name = storage::CheckedName(storage::StringMember(item, "name"), PMTreeNode::None,
-                                                       nullptr, "platform " + GuidText::ToString(id), fixed);
-        if (std::any_of(project.Platforms().begin(), project.Platforms().end(),
-                        [&](const Platform& platform) { return platform.id == id; }))
-            fixed.push_back("platform " + GuidText::ToString(id) + " " + Quoted(Utf8::FromWide(name)) +
-                            " appears twice: the second was dropped");
-        else
-            project.Platforms().push_back({id, name});
+        const std::string what = "platform " + GuidText::ToString(id);
+        AddOnce(project.Platforms(), id,
+                storage::CheckedName(storage::StringMember(item, "name"), PMTreeNode::None, nullptr, what, fixed),
+                what, fixed);
     }
     for (const Json& item : storage::ArrayMember(document, "languages"))
     {
         const Json& id = storage::Member(item, "id");
         if (!id.is_number_unsigned() || id.get<unsigned long long>() > std::numeric_limits<unsigned long>::max())
             throw FormatError("key \"id\" of a language must be a non-negative integer");
-        const unsigned long number = id.get<unsigned long>();
-        const std::wstring name = storage::CheckedName(storage::StringMember(item, "name"), PMTreeNode::None,
-                                                       nullptr, "language " + std::to_string(number), fixed);
-        if (std::any_of(project.Languages().begin(), project.Languages().end(),
-                        [&](const Language& language) { return language.id == number; }))
-            fixed.push_back("language " + std::to_string(number) + " " + Quoted(Utf8::FromWide(name)) +
-                            " appears twice: the second was dropped");
-        else
-            project.Languages().push_back({number, name});
+        const std::string what = "language " + id.dump();
+        AddOnce(project.Languages(), id.get<unsigned long>(),
+                storage::CheckedName(storage::StringMember(item, "name"), PMTreeNode::None, nullptr, what, fixed),
+                what, fixed);
     }
 }
 

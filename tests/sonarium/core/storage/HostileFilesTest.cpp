@@ -4,6 +4,7 @@
 // disk changes but what the user saves.
 
 #include "DiskFixture.h"
+#include "StorageText.h"
 
 #include "host/Utf8.h"
 #include "sonarium/core/host/ProjectBuilder.h"
@@ -20,14 +21,6 @@ namespace
 {
 namespace fs = std::filesystem;
 using namespace sn;
-
-std::string Problems(const StorageProblems& problems)
-{
-    std::string text;
-    for (const StorageProblem& problem : problems)
-        text += Utf8::FromWide(problem.Text()) + "\n";
-    return text;
-}
 
 std::string Nested(size_t depth, const std::string& open, const std::string& inner, const std::string& close)
 {

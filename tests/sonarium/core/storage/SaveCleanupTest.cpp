@@ -3,6 +3,7 @@
 // cut short between the project file and the files it names, and paths two names would share.
 
 #include "DiskFixture.h"
+#include "StorageText.h"
 
 #include "host/Utf8.h"
 #include "sonarium/core/host/ProjectBuilder.h"
@@ -24,14 +25,6 @@ namespace
 {
 namespace fs = std::filesystem;
 using namespace sn;
-
-std::string Problems(const StorageProblems& problems)
-{
-    std::string text;
-    for (const StorageProblem& problem : problems)
-        text += Utf8::FromWide(problem.Text()) + "\n";
-    return text;
-}
 
 // The undo manager edits record into, for the test's lifetime.
 class ScopedUndo

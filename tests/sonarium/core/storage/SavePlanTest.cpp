@@ -3,6 +3,7 @@
 // memory, and the leftovers of earlier saves.
 
 #include "DiskFixture.h"
+#include "StorageText.h"
 
 #include "host/Utf8.h"
 #include "sonarium/core/host/ProjectBuilder.h"
@@ -20,14 +21,6 @@ namespace
 namespace fs = std::filesystem;
 using namespace sn;
 using disk::ChecksumsOf;
-
-std::string Problems(const StorageProblems& problems)
-{
-    std::string text;
-    for (const StorageProblem& problem : problems)
-        text += Utf8::FromWide(problem.Text()) + "\n";
-    return text;
-}
 
 WorkUnitObject* Unit(Project& project, const std::wstring& path)
 {
