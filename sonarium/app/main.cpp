@@ -11,6 +11,7 @@
 #include "sonarium/app/session/TreeText.h"
 #include "sonarium/qt/DesktopRun.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -31,7 +32,7 @@ bool Parse(int argc, char** argv, Arguments& arguments, std::string& error)
         const std::string word = argv[i];
         if (word == "--script")
         {
-            if (++i == argc)
+            if (++i == argc || !*argv[i])
                 return error = "--script needs a file name, or - for standard input", false;
             arguments.script = argv[i];
         }
@@ -59,6 +60,12 @@ int RunScript(sn::AppSession& session, std::string const& path)
     std::ifstream file;
     if (path != "-")
     {
+        std::error_code ec;
+        if (std::filesystem::is_directory(path, ec))
+        {
+            std::cerr << "sonarium: the script " << path << " is a folder, not a file\n";
+            return 2;
+        }
         file.open(path);
         if (!file)
         {
@@ -76,6 +83,15 @@ int RunScript(sn::AppSession& session, std::string const& path)
         return 1;
     }
     return 0;
+}
+
+// Without a window, what the host has to tell the user goes to standard error; the desktop
+// window takes over when it opens.
+void ReportOnStandardError(sn::AppSession& session)
+{
+    session.Reports().SetPreferenceListener([](std::wstring const& problem)
+                                            { std::cerr << "sonarium: preferences: " << Utf8::FromWide(problem) << "\n"; });
+    session.Reports().ReportPreferenceProblems();
 }
 
 void PrintTrees(sn::AppSession& session)
@@ -110,10 +126,13 @@ int main(int argc, char** argv)
         std::cerr << "sonarium: cannot open the project " << arguments.project << "\n";
         return 2;
     }
+    if (!session.ReadOnlyReason().empty())
+        std::cerr << "sonarium: " << session.ReadOnlyReason() << "\n";
     // The window opens the panes the user left last time; scripts and the printout without a
     // display always start from the default pair, so that what they print is stable.
     if (sn::qt::HasDisplay() && arguments.script.empty())
         return sn::qt::RunDesktop(session, argc, argv);
+    ReportOnStandardError(session);
     LayOutDefaultPanes(session);
     if (!arguments.script.empty())
         return RunScript(session, arguments.script);

@@ -60,6 +60,7 @@ MainWindow::MainWindow(AppSession& session, QtWindowSystemDriver& driver)
     statusBar()->showMessage(m_session.GetProject()
                                  ? ToQt(std::wstring(m_session.GetProject()->GetName().c_str()))
                                  : tr("No project"));
+    WatchHostReports();
 }
 
 MainWindow::~MainWindow()
@@ -220,6 +221,7 @@ bool MainWindow::OpenProject(std::filesystem::path const& path)
     FillSelectors();
     RefreshFromRecorder();
     statusBar()->showMessage(opened ? tr("Opened %1").arg(ToQt(path.wstring())) : tr("Not opened"));
+    ShowReadOnly();
     return opened;
 }
 
@@ -255,6 +257,7 @@ void MainWindow::CloseProject()
     FillSelectors();
     RefreshFromRecorder();
     statusBar()->showMessage(tr("No project"));
+    ShowReadOnly();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
@@ -265,6 +268,9 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     ClearPanes();
+    // Closing the panes saved their state: a failing preferences file is told before the window goes.
+    m_closing = true;
+    m_session.Reports().ReportPreferenceProblems();
     event->accept();
 }
 

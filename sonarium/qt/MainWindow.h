@@ -12,6 +12,7 @@
 
 class QAction;
 class QComboBox;
+class QLabel;
 class QMenu;
 class QSplitter;
 
@@ -72,6 +73,12 @@ private:
     void ApplyTheme(bool dark);
     void ShowPreferences();
 
+    // MainWindowReports.cpp: what the host tells the user outside its own dialogs.
+    void WatchHostReports();
+    void ShowPreferenceProblem(std::wstring const& problem);
+    // A project another instance holds: said in the title and the status bar for as long as it is open.
+    void ShowReadOnly();
+
     AppSession& m_session;
     QtWindowSystemDriver& m_driver;
     QSplitter* m_splitter = nullptr;
@@ -87,6 +94,8 @@ private:
     QAction* m_paste = nullptr;
     QAction* m_delete = nullptr;
     QAction* m_rename = nullptr;
+    QLabel* m_readOnly = nullptr;
+    bool m_closing = false;
     bool m_refreshQueued = false;
     bool m_fillingSelectors = false;
 };

@@ -138,6 +138,29 @@ UnloadDirtyAnswer QtDialogService::ShowUnloadDirty(const UnloadDirtyRequest& req
     return answer;
 }
 
+ChangedFileAnswer QtDialogService::ShowChangedFile(const ChangedFileRequest& request)
+{
+    QMessageBox box(QMessageBox::Warning, Localized(L"File Changed on Disk"),
+                    Localized(L"Another program changed %1 since it was read.")
+                        .arg(ToQt(request.what)),
+                    QMessageBox::NoButton, m_parent);
+    box.setInformativeText(ToQt(request.path) + QStringLiteral("\n\n") +
+                           Localized(L"Overwrite it with the version here, keep theirs (the changes here "
+                                     L"stay unsaved), or reload it (the changes here are dropped)?"));
+    QPushButton* overwrite = box.addButton(Localized(L"Overwrite"), QMessageBox::DestructiveRole);
+    QPushButton* keep = box.addButton(Localized(L"Keep Theirs"), QMessageBox::RejectRole);
+    QPushButton* reload = box.addButton(Localized(L"Reload"), QMessageBox::AcceptRole);
+    box.setDefaultButton(keep);
+    box.setEscapeButton(keep);
+    box.exec();
+    ChangedFileAnswer answer;
+    if (box.clickedButton() == overwrite)
+        answer.choice = ChangedFileAnswer::Overwrite;
+    else if (box.clickedButton() == reload)
+        answer.choice = ChangedFileAnswer::Reload;
+    return answer;
+}
+
 FileAnswer QtDialogService::ShowFileDialog(const FileRequest& request)
 {
     QFileDialog dialog(m_parent, ToQt(request.caption));

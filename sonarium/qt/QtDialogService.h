@@ -21,6 +21,7 @@ public:
     NewWorkUnitAnswer ShowNewWorkUnit(const NewWorkUnitRequest& request) override;
     UnloadDirtyAnswer ShowUnloadDirty(const UnloadDirtyRequest& request) override;
     FileAnswer ShowFileDialog(const FileRequest& request) override;
+    ChangedFileAnswer ShowChangedFile(const ChangedFileRequest& request) override;
 
 private:
     QWidget* m_parent;

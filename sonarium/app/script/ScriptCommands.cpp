@@ -56,6 +56,19 @@ void Indented(std::wostream& out, std::wstring const& title, std::vector<std::ws
         out << L"  " << line << L"\n";
 }
 
+// Why the host would not create an object of that kind and name under parent, when it did not say.
+std::wstring WhyNotCreated(ProjectObject const* parent, PMTreeNode::NodeType type, std::wstring const& name)
+{
+    std::wstring why;
+    if (!ProjectEdit::CanHold(parent, type))
+        return L"a " + Utf8::ToWide(rules::NodeTypeKey(type)) + L" cannot go under \"" +
+               std::wstring(parent->GetName()) + L"\" (a " + Utf8::ToWide(rules::NodeTypeKey(parent->GetNodeType())) +
+               L")";
+    if (!ProjectEdit::IsValidName(nullptr, type, parent, name, &why))
+        return why;
+    return L"the host refused to create it there";
+}
+
 std::vector<std::wstring> LinesOf(std::wstring const& text)
 {
     std::vector<std::wstring> lines;
@@ -128,7 +141,7 @@ bool ScriptRunner::Answer(Words const& words, std::wstring& error)
 {
     const std::wstring kind = words.size() > 1 ? words[1] : L"";
     static const std::map<std::wstring, size_t> k_mostWords = {
-        {L"message", 4}, {L"name", 3}, {L"name-cancel", 2}, {L"unload", 3}, {L"file-cancel", 2},
+        {L"message", 4}, {L"name", 3}, {L"name-cancel", 2}, {L"unload", 3}, {L"file-cancel", 2}, {L"changed", 3},
     };
     if (!TooManyWords(words, k_mostWords, kind, error))
         return false;
@@ -163,10 +176,22 @@ bool ScriptRunner::Answer(Words const& words, std::wstring& error)
         m_dialogs.AnswerFile(Words(words.begin() + 2, words.end()));
     else if (kind == L"file-cancel")
         m_dialogs.CancelFile();
+    else if (kind == L"changed" && words.size() >= 3)
+    {
+        static const std::map<std::wstring, ChangedFileAnswer::Choice> k_choices = {
+            {L"overwrite", ChangedFileAnswer::Overwrite},
+            {L"keep", ChangedFileAnswer::KeepTheirs},
+            {L"reload", ChangedFileAnswer::Reload},
+        };
+        auto choice = k_choices.find(words[2]);
+        if (choice == k_choices.end())
+            return Fail(error, L"unknown choice \"" + words[2] + L"\" (overwrite, keep or reload)");
+        m_dialogs.AnswerChangedFile(choice->second);
+    }
     else
         return Fail(error,
                     L"usage: answer message BUTTON [ticked] | name TEXT | name-cancel | unload DECISION | "
-                    L"file PATH... | file-cancel");
+                    L"file PATH... | file-cancel | changed overwrite|keep|reload");
     return true;
 }
 
@@ -228,6 +253,12 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
     };
     if (!TooManyWords(words, k_mostWords, action, error))
         return false;
+    // What the host said when it refused, else what the script can tell.
+    auto refused = [&](std::wstring const& otherwise)
+    {
+        const std::vector<std::wstring> refusals = m_session.Reports().TakeRefusals();
+        return Fail(error, refusals.empty() ? otherwise : refusals.front());
+    };
     auto object = [&](size_t index) -> ProjectObject*
     {
         ProjectObject* found = project && index < words.size() ? FindByPath(*project, words[index]) : nullptr;
@@ -238,13 +269,18 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
     if (action == L"rename" && words.size() >= 4)
     {
         ProjectObject* target = object(2);
-        return target && (ProjectEdit::Rename(target, words[3].c_str()) ||
-                          Fail(error, L"the host refused the name \"" + words[3] + L"\""));
+        if (!target || ProjectEdit::Rename(target, words[3].c_str()))
+            return target != nullptr;
+        std::wstring why = L"the host refused it";
+        ProjectEdit::IsValidName(target, target->GetNodeType(), target->Parent(), words[3], &why);
+        return refused(L"the host refused the name \"" + words[3] + L"\": " + why);
     }
     if (action == L"delete" && words.size() >= 3)
     {
         ProjectObject* target = object(2);
-        return target && (ProjectEdit::Delete(target) || Fail(error, L"the host refused to delete it"));
+        if (!target || ProjectEdit::Delete(target))
+            return target != nullptr;
+        return refused(L"the host refused to delete it");
     }
     if (action == L"create" && words.size() >= 5)
     {
@@ -254,8 +290,7 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
             return false;
         if (!rules::ParseNodeType(Utf8::FromWide(words[3]), type))
             return Fail(error, L"unknown object type \"" + words[3] + L"\"");
-        return ProjectEdit::Create(parent, type, words[4].c_str()) ||
-               Fail(error, L"the host refused to create it there");
+        return ProjectEdit::Create(parent, type, words[4].c_str()) || refused(WhyNotCreated(parent, type, words[4]));
     }
     if ((action == L"platform" || action == L"language") && words.size() >= 3 && project)
     {

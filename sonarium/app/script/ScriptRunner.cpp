@@ -143,6 +143,8 @@ void ScriptRunner::AddCommands()
         const bool opened = m_session.OpenProject(Utf8::FromWide(words[1]), messages);
         for (auto const& message : messages)
             m_out << L"problem: " << message << L"\n";
+        if (opened && !m_session.ReadOnlyReason().empty())
+            m_out << L"read-only: " << Utf8::ToWide(m_session.ReadOnlyReason()) << L"\n";
         return opened || Fail(error, L"cannot open the project \"" + words[1] + L"\"");
     };
     m_commands[L"save"] = [this](Words const& words, std::wstring& error)

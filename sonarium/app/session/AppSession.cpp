@@ -4,6 +4,7 @@
 #include "host/Utf8.h"
 #include "platform/WindowSystem.h"
 #include "sonarium/core/storage/ProjectStorage.h"
+#include "sonarium/ui/dialogs/ChangedFileDlg.h"
 
 namespace sn
 {
@@ -40,11 +41,15 @@ AppSession::AppSession(HostOptions options) : m_host(std::make_unique<Host>(std:
     m_main.Create(L"SonariumMain", L"Sonarium", WS_VISIBLE, CRect(0, 0, 1200, 800), nullptr, 0);
     m_host->SetMainWnd(&m_main);
     m_recorder = std::make_unique<HostRecorder>();
+    m_reports = std::make_unique<HostReports>(m_host->Preferences());
 }
 
 AppSession::~AppSession()
 {
     CloseAllPanes();
+    // Closing the panes saved their state: a preference file that fails says so now.
+    m_reports->ReportPreferenceProblems();
+    m_reports.reset();
     m_recorder.reset();
     m_host->SetMainWnd(nullptr);
     m_main.DestroyWindow();
@@ -53,10 +58,11 @@ AppSession::~AppSession()
 
 bool AppSession::OpenProject(std::filesystem::path const& path, std::vector<std::wstring>& messages)
 {
-    OpenResult opened = sn::OpenProject(path);
+    OpenResult opened = sn::OpenProject(path, OpenOptions{.lock = true});
     Describe(opened.problems, messages);
     if (!opened.project)
         return false;
+    m_readOnly = opened.readOnly;
     // Views are built over one project: the panes are rebuilt around the new one, saving and
     // restoring their state as a closed and reopened pane does.
     const std::vector<PaneDefinition> panes = ClosePanesKeepingLayout();
@@ -75,7 +81,21 @@ bool AppSession::SaveProject(std::vector<std::wstring>& messages)
         return false;
     }
     StorageProblems problems;
-    const bool saved = sn::SaveProject(*project, problems);
+    bool reloaded = false;
+    SaveOptions options;
+    options.onExternalChange = [&reloaded](ExternalChange const& change)
+    {
+        const ExternalChangeAnswer answer = AskAboutChangedFile(change);
+        reloaded = reloaded || answer == ExternalChangeAnswer::Reload;
+        return answer;
+    };
+    const bool saved = sn::SaveProject(*project, problems, options);
+    // Steps done before a unit was read again would act on objects it no longer holds.
+    if (reloaded)
+    {
+        m_host->Clipboard().Clear();
+        m_host->Undo().Clear();
+    }
     Describe(problems, messages);
     Pump();
     return saved;
@@ -85,6 +105,7 @@ void AppSession::CloseProject()
 {
     const std::vector<PaneDefinition> panes = ClosePanesKeepingLayout();
     m_host->CloseProject();
+    m_readOnly.clear();
     ReopenPanes(panes);
     Pump();
 }
@@ -172,5 +193,6 @@ Pane* AppSession::ActivePane()
 void AppSession::Pump()
 {
     WindowSystem::Get().RunUntilIdle();
+    m_reports->ReportPreferenceProblems();
 }
 } // namespace sn

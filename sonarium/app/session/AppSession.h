@@ -5,6 +5,7 @@
 
 #include "explorer/DlgProjectExplorer.h"
 #include "sonarium/app/session/HostRecorder.h"
+#include "sonarium/app/session/HostReports.h"
 #include "sonarium/core/host/Host.h"
 
 #include <filesystem>
@@ -52,6 +53,7 @@ public:
     Host& GetHost() { return *m_host; }
     AppMainWindow& MainWindow() { return m_main; }
     HostRecorder& Recorder() { return *m_recorder; }
+    HostReports& Reports() { return *m_reports; }
 
     // Opens a project folder or file; problems found on the way (unreadable work units...) go to
     // `messages`, one per line. False when the project could not be opened at all.
@@ -59,6 +61,8 @@ public:
     bool SaveProject(std::vector<std::wstring>& messages);
     void CloseProject();
     Project* GetProject() const { return m_host->GetProject(); }
+    // Why the open project cannot be saved (another instance has it open); empty when it can.
+    std::string const& ReadOnlyReason() const { return m_readOnly; }
 
     // A new explorer view over the categories, loaded and laid out in the rectangle.
     Pane& OpenPane(PaneDefinition const& definition, RECT const& rect);
@@ -84,6 +88,8 @@ private:
     std::unique_ptr<Host> m_host;
     AppMainWindow m_main;
     std::unique_ptr<HostRecorder> m_recorder;
+    std::unique_ptr<HostReports> m_reports;
     std::vector<Pane> m_panes;
+    std::string m_readOnly;
 };
 } // namespace sn

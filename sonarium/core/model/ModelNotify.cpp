@@ -8,6 +8,7 @@ const ROString chWorkUnit("WorkUnit");
 const ROString chClipboard("Clipboard");
 const ROString chInspector("Inspector");
 const ROString chSourceControl("SourceControl");
+const ROString chHost("Host");
 
 const ROString evCreated("Created");
 const ROString evLoaded("Loaded");
@@ -26,6 +27,7 @@ const ROString evDirtyChanged("DirtyChanged");
 const ROString evReferenceBeingRemoved("ReferenceBeingRemoved");
 const ROString evInspect("Inspect");
 const ROString evSourceControlIconsRefreshAll("SourceControlIconsRefreshAll");
+const ROString evEditRefused("EditRefused");
 
 void Object(ROString const& event, IOrbObject* object)
 {
@@ -65,6 +67,14 @@ void SourceControl(ROString const& event)
         return;
     NotifyData data(event);
     INotifyMgr::m_pInstance->Notify(chSourceControl, data);
+}
+
+void EditRefused(std::wstring const& message)
+{
+    if (!INotifyMgr::m_pInstance)
+        return;
+    EditRefusedParam data(message);
+    INotifyMgr::m_pInstance->Notify(chHost, data);
 }
 } // namespace sn::notify
 

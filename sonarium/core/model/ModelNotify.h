@@ -5,6 +5,8 @@
 #include "host/OrbObjNotify.h"
 #include "host/ROString.h"
 
+#include <string>
+
 namespace sn::notify
 {
 extern const ROString chObject;    // "SonariumObject"
@@ -13,6 +15,7 @@ extern const ROString chWorkUnit;  // "WorkUnit"
 extern const ROString chClipboard; // "Clipboard"
 extern const ROString chInspector; // "Inspector": objects to show in the property inspector
 extern const ROString chSourceControl; // "SourceControl"
+extern const ROString chHost;          // "Host": what the host's window tells the user
 
 extern const ROString evCreated;
 extern const ROString evLoaded;
@@ -31,6 +34,7 @@ extern const ROString evDirtyChanged;
 extern const ROString evReferenceBeingRemoved;
 extern const ROString evInspect;
 extern const ROString evSourceControlIconsRefreshAll;
+extern const ROString evEditRefused;
 
 // What "Inspector"/"Inspect" carries: the objects, and whether a double click (or Enter) asked.
 class InspectParam : public OrbObjNotify::MultiObjectNotificationParam
@@ -44,10 +48,20 @@ public:
     bool fromDoubleClick = false;
 };
 
+// What "Host"/"EditRefused" carries: why a change was not made, ready to show.
+class EditRefusedParam : public NotifyData
+{
+public:
+    explicit EditRefusedParam(std::wstring text) : NotifyData(evEditRefused), message(std::move(text)) {}
+
+    std::wstring message;
+};
+
 void Object(ROString const& event, IOrbObject* object);
 void Project(ROString const& event);
 void WorkUnit(ROString const& event, IOrbObject* unit);
 // On MusicNotify::rosInteractiveMusic.
 void Music(ROString const& event, IOrbObject* object);
 void SourceControl(ROString const& event);
+void EditRefused(std::wstring const& message);
 } // namespace sn::notify

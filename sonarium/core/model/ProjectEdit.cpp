@@ -3,9 +3,11 @@
 #include "host/Guid.h"
 #include "host/Undo.h"
 #include "host/Utf8.h"
+#include "sonarium/core/model/EditGuard.h"
 #include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/Project.h"
+#include "sonarium/core/storage/ProjectStorage.h"
 #include "sonarium/core/undo/UndoManager.h"
 
 #include <cwctype>
@@ -25,6 +27,12 @@ void Record(std::unique_ptr<IUndoCommand> command, const wchar_t* name)
 bool IsFileKind(NodeType type)
 {
     return type == PMTreeNode::WorkUnit || type == PMTreeNode::PhysicalFolder;
+}
+
+// The name on disk: a folder's own, a work unit's with its file's extension.
+CStdStr<wchar_t> FileNameOf(NodeType type, const CStdStr<wchar_t>& name)
+{
+    return type == PMTreeNode::WorkUnit ? CStdStr<wchar_t>(name + Utf8::ToWide(kWorkUnitFileExtension)) : name;
 }
 
 // Puts a subtree into the hierarchy or takes it out, raising what views follow.
@@ -168,16 +176,41 @@ bool IsValidName(const ProjectObject* object, NodeType type, const ProjectObject
         // Files of one folder need distinct names, whatever their case.
         if (parent)
             for (const CSmartPtr<ProjectObject>& sibling : parent->Children())
-                if (sibling.Get() != object && IsFileKind(sibling->GetNodeType()) &&
-                    sibling->GetName().CompareNoCase(name) == 0)
+            {
+                if (sibling.Get() == object || !IsFileKind(sibling->GetNodeType()))
+                    continue;
+                if (sibling->GetName().CompareNoCase(name) == 0)
                     return fail(L"Another work unit or folder here already has this name.");
+                // A folder "X.swu" beside a work unit "X" would be one path.
+                if (FileNameOf(sibling->GetNodeType(), sibling->GetName()).CompareNoCase(FileNameOf(type, name)) == 0)
+                    return fail(L"A work unit's file and a folder here would have the same name.");
+            }
     }
     return true;
 }
 
+CStdStr<wchar_t> RepairName(NodeType type, const ProjectObject* parent, const CStdStr<wchar_t>& name)
+{
+    // The rules are IsValidName's alone: it is asked about each character, then each length.
+    auto valid = [&](const std::wstring& candidate) { return IsValidName(nullptr, type, parent, candidate); };
+    if (valid(name))
+        return name;
+    std::wstring kept;
+    for (wchar_t c : name)
+        if (valid(std::wstring(L"a") + c + L"a"))
+            kept += c;
+    // Far beyond any length a name may have: bounds the search below.
+    constexpr size_t kLongest = 4096;
+    if (kept.size() > kLongest)
+        kept.resize(kLongest);
+    while (!kept.empty() && !valid(kept))
+        kept.pop_back();
+    return kept.empty() ? PMTreeNode::GetNodeTypeName(type) : CStdStr<wchar_t>(kept);
+}
+
 ProjectObject* Create(ProjectObject* parent, NodeType type, const CStdStr<wchar_t>& name, size_t index, GUID const* id)
 {
-    if (!CanHold(parent, type) || !IsValidName(nullptr, type, parent, name))
+    if (!CanHold(parent, type) || !IsValidName(nullptr, type, parent, name) || !EditGuard::AllowsInsert(parent, 1))
         return nullptr;
     Project* project = parent->GetProject();
     if (id && project && project->Find(*id))
@@ -194,7 +227,8 @@ ProjectObject* Create(ProjectObject* parent, NodeType type, const CStdStr<wchar_
 bool Adopt(ProjectObject* object, ProjectObject* parent, size_t index)
 {
     if (!object || object->Parent() || !CanHold(parent, object->GetNodeType()) ||
-        !IsValidName(object, object->GetNodeType(), parent, object->GetName()))
+        !IsValidName(object, object->GetNodeType(), parent, object->GetName()) ||
+        !EditGuard::AllowsInsert(parent, EditGuard::HeightOf(object)))
         return false;
     CSmartPtr<ProjectObject> keep(object);
     auto command = std::make_unique<StructureCommand>(parent, index, object, true);
@@ -209,6 +243,9 @@ bool Rename(ProjectObject* object, const CStdStr<wchar_t>& name)
         return false;
     if (object->GetName() == name)
         return true;
+    // A work unit's or folder's name is the project file's; anything else's, its unit's.
+    if (!IsFileKind(object->GetNodeType()) && !EditGuard::AllowsChange(object))
+        return false;
     Change<CStdStr<wchar_t>>(
         object, object->GetName(), name,
         [](ProjectObject* o, const CStdStr<wchar_t>& value) {
@@ -225,7 +262,7 @@ bool Rename(ProjectObject* object, const CStdStr<wchar_t>& name)
 bool Delete(ProjectObject* object)
 {
     ProjectObject* parent = object ? object->Parent() : nullptr;
-    if (!parent)
+    if (!parent || (!IsFileKind(object->GetNodeType()) && !EditGuard::AllowsChange(parent)))
         return false;
     auto command = std::make_unique<StructureCommand>(parent, parent->IndexOf(object), object, false);
     command->Redo();
@@ -240,6 +277,9 @@ bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
         return false;
     if (IsFileKind(object->GetNodeType()) && parent != from &&
         !IsValidName(object, object->GetNodeType(), parent, object->GetName()))
+        return false;
+    if ((!IsFileKind(object->GetNodeType()) && !EditGuard::AllowsChange(from)) ||
+        !EditGuard::AllowsInsert(parent, EditGuard::HeightOf(object)))
         return false;
     CSmartPtr<ProjectObject> keep(object);
     const size_t oldIndex = from->IndexOf(object);
@@ -258,7 +298,8 @@ bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
 
 ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index)
 {
-    if (!source || !CanHold(parent, source->GetNodeType()))
+    if (!source || !CanHold(parent, source->GetNodeType()) ||
+        !EditGuard::AllowsInsert(parent, EditGuard::HeightOf(source)))
         return nullptr;
     const CStdStr<wchar_t> name = UniqueChildName(parent, source->GetName());
     ProjectObject* copy = CloneTree(source, parent->GetProject(), name);
@@ -272,7 +313,7 @@ ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index)
 
 void SetIncluded(ProjectObject* object, GUID const& platform, bool included)
 {
-    if (!object || object->GetIncluded(platform) == included)
+    if (!object || object->GetIncluded(platform) == included || !EditGuard::AllowsChange(object))
         return;
     // The whole inclusion state is kept, so that undo also forgets a per-platform value that
     // did not exist before.
@@ -296,7 +337,7 @@ void SetIncluded(ProjectObject* object, GUID const& platform, bool included)
 
 void SetInclusionLinked(ProjectObject* object, bool linked)
 {
-    if (!object || object->IsInclusionLinked() == linked)
+    if (!object || object->IsInclusionLinked() == linked || !EditGuard::AllowsChange(object))
         return;
     Change<bool>(
         object, !linked, linked,
@@ -310,7 +351,7 @@ void SetInclusionLinked(ProjectObject* object, bool linked)
 
 void SetColor(ProjectObject* object, int color)
 {
-    if (!object || object->GetColor() == color)
+    if (!object || object->GetColor() == color || !EditGuard::AllowsChange(object))
         return;
     Change<int>(
         object, object->GetColor(), color,
@@ -324,7 +365,7 @@ void SetColor(ProjectObject* object, int color)
 
 void SetProperty(ProjectObject* object, const std::string& key, const std::wstring& value, ROString const* event)
 {
-    if (!object || object->GetProperty(key) == value)
+    if (!object || object->GetProperty(key) == value || !EditGuard::AllowsChange(object))
         return;
     const ROString raised = event ? *event : ROString();
     Change<std::wstring>(
@@ -362,6 +403,8 @@ bool SetTrackType(ProjectObject* track, const std::wstring& type)
         return false;
     if (track->GetProperty("TrackType") == type)
         return true;
+    if (!EditGuard::AllowsChange(track))
+        return false;
     Change<std::wstring>(
         track, track->GetProperty("TrackType"), type,
         [](ProjectObject* o, const std::wstring& value) {
@@ -402,6 +445,9 @@ void MarkDirty(ProjectObject* object)
             object->GetProject()->SetDirty(true);
         return;
     }
+    // An unloaded unit's file is carried along as it is: nothing of it is unsaved.
+    if (!unit->IsLoaded())
+        return;
     if (!unit->IsDirty())
     {
         unit->RawSetDirty(true);

@@ -17,6 +17,10 @@ constexpr size_t AtEnd = static_cast<size_t>(-1);
 // renamed, or null for a new one). why receives the reason when not.
 bool IsValidName(const ProjectObject* object, NodeType type, const ProjectObject* parent,
                  const CStdStr<wchar_t>& name, std::wstring* why = nullptr);
+// For a name read from a file that IsValidName refuses, for an object that is not a work unit or
+// folder (their names are their files' paths): the name without the characters a name may not
+// hold, cut to the longest length accepted; the kind's name when nothing is left.
+CStdStr<wchar_t> RepairName(NodeType type, const ProjectObject* parent, const CStdStr<wchar_t>& name);
 // Whether parent may hold a child of that kind.
 bool CanHold(const ProjectObject* parent, NodeType type);
 

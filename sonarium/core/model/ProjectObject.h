@@ -68,6 +68,8 @@ public:
     WorkUnitObject* OwningWorkUnit() const;
     bool IsTopWorkUnit() const;
 
+    // Colours are indexes into the host's palette of kColorCount; -1 is the parent's colour.
+    static constexpr int kColorCount = 16;
     int GetColor() const { return m_color; } // -1: the parent's colour
     bool IsInclusionLinked() const { return m_inclusionLinked; }
     bool GetIncluded(GUID const& platform) const; // the stored value, link considered
@@ -141,8 +143,13 @@ public:
     bool IsFile() const { return !IsTopWorkUnit() && GetNodeType() == PMTreeNode::WorkUnit; }
     void RawSetDirty(bool dirty) { m_dirty = dirty; }
     void RawSetLoaded(bool loaded) { m_loaded = loaded; }
+    // Why the unit's file could not be read ("<path>: <reason>"), when it could not; empty once
+    // it has been read.
+    const std::string& LoadProblem() const { return m_loadProblem; }
+    void RawSetLoadProblem(std::string problem) { m_loadProblem = std::move(problem); }
 
 private:
+    std::string m_loadProblem;
     bool m_dirty = false;
     bool m_loaded = true;
 };

@@ -125,7 +125,7 @@ bool ProjectNode::HasNode(const ProjectObject* object)
 
 uint32_t ProjectNode::PaletteColor(int index)
 {
-    static const std::array<uint32_t, 16> palette{0x7A7A7A, 0x3F6FD8, 0x2E9FD6, 0x23A88D, 0x3CA63C, 0x8DB32B,
+    static const std::array<uint32_t, ProjectObject::kColorCount> palette{0x7A7A7A, 0x3F6FD8, 0x2E9FD6, 0x23A88D, 0x3CA63C, 0x8DB32B,
                                                   0xC9B21C, 0xE08A1E, 0xD9582B, 0xC93A3A, 0xC23A7E, 0xA03FC2,
                                                   0x6E4BD1, 0x8C6A4A, 0x4F6B5B, 0xB0B0B0};
     return index >= 0 && index < static_cast<int>(palette.size()) ? palette[static_cast<size_t>(index)]

@@ -2,6 +2,7 @@
 
 #include "host/Utf8.h"
 #include "sonarium/core/storage/FileIO.h"
+#include "sonarium/core/storage/JsonDepth.h"
 #include "sonarium/core/storage/StorageProblem.h"
 
 #include <nlohmann/json.hpp>
@@ -131,11 +132,33 @@ public:
             Json{{"type", type}, {"value", std::move(value)}};
     }
 
+    // One line per section and per key, each entry written as compactly as it reads: a value
+    // that nests writes no indentation, so the file never grows from one save to the next.
     std::string Serialize() const
     {
-        const Json root{{"version", kFormatVersion}, {"sections", sections}};
+        std::string out = "{\n  \"version\": " + std::to_string(kFormatVersion) + ",\n  \"sections\": {";
+        const char* sectionSeparator = "\n";
+        for (const auto& [name, section] : sections.items())
+        {
+            out += sectionSeparator + std::string("    ") + Compact(name) + ": {";
+            const char* keySeparator = "\n";
+            for (const auto& [key, entry] : section.items())
+            {
+                out += keySeparator + std::string("      ") + Compact(key) + ": " + Compact(entry);
+                keySeparator = ",\n";
+            }
+            out += *keySeparator == ',' ? "\n    }" : "}";
+            sectionSeparator = ",\n";
+        }
+        out += *sectionSeparator == ',' ? "\n  }\n}\n" : "}\n}\n";
+        return out;
+    }
+
+private:
+    static std::string Compact(const Json& value)
+    {
         // Replace rather than throw: a lone surrogate in a wide string must not cost the whole save.
-        return root.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+        return value.dump(-1, ' ', false, Json::error_handler_t::replace);
     }
 };
 
@@ -184,6 +207,11 @@ void PreferencesStore::Load()
         m_readOnly = true;
         AddProblem("cannot read the preferences (" + error +
                    "); they are not saved until the file is readable again");
+        return;
+    }
+    if (std::string tooDeep = storage::DepthProblem(bytes); !tooDeep.empty())
+    {
+        SetAside(tooDeep);
         return;
     }
     Json root;

@@ -1,5 +1,6 @@
 #include "sonarium/core/storage/FileIO.h"
 
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -86,6 +87,28 @@ std::filesystem::path TemporaryNameFor(const std::filesystem::path& path)
     return path.parent_path() / ("." + path.filename().string() + suffix);
 }
 
+const char* KindOf(mode_t mode)
+{
+    if (S_ISFIFO(mode))
+        return "a named pipe";
+    if (S_ISSOCK(mode))
+        return "a socket";
+    if (S_ISCHR(mode) || S_ISBLK(mode))
+        return "a device";
+    return "not a file";
+}
+
+FileStamp StampFrom(const struct stat& info)
+{
+    FileStamp stamp;
+    stamp.known = true;
+    stamp.size = static_cast<uint64_t>(info.st_size);
+    stamp.modified = static_cast<int64_t>(info.st_mtim.tv_sec) * 1000000000 + info.st_mtim.tv_nsec;
+    stamp.device = static_cast<uint64_t>(info.st_dev);
+    stamp.inode = static_cast<uint64_t>(info.st_ino);
+    return stamp;
+}
+
 // The rename itself is only durable once the folder's entry is on disk.
 void SyncFolder(const std::filesystem::path& folder)
 {
@@ -95,9 +118,25 @@ void SyncFolder(const std::filesystem::path& folder)
 }
 } // namespace
 
-bool ReadFile(const std::filesystem::path& path, std::string& bytes, std::string& error)
+bool FileStamp::SameMetadata(const FileStamp& other) const
 {
-    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    return known && other.known && size == other.size && modified == other.modified &&
+           device == other.device && inode == other.inode;
+}
+
+uint64_t ContentHash(std::string_view bytes)
+{
+    // FNV-1a: simple, and the same everywhere, unlike std::hash.
+    uint64_t hash = 14695981039346656037ull;
+    for (unsigned char c : bytes)
+        hash = (hash ^ c) * 1099511628211ull;
+    return hash;
+}
+
+bool ReadFile(const std::filesystem::path& path, std::string& bytes, std::string& error, FileStamp* stamp)
+{
+    // Without O_NONBLOCK, opening a FIFO waits for a writer that may never come.
+    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.IsOpen())
     {
         error = std::strerror(errno);
@@ -116,7 +155,7 @@ bool ReadFile(const std::filesystem::path& path, std::string& bytes, std::string
     }
     if (!S_ISREG(info.st_mode))
     {
-        error = "is not a regular file";
+        error = std::string("is not a regular file (") + KindOf(info.st_mode) + ")";
         return false;
     }
     bytes.clear();
@@ -136,19 +175,26 @@ bool ReadFile(const std::filesystem::path& path, std::string& bytes, std::string
         }
         bytes.append(buffer, static_cast<size_t>(got));
     }
+    if (stamp)
+    {
+        *stamp = StampFrom(info);
+        stamp->hash = ContentHash(bytes);
+    }
     return true;
 }
 
-bool WriteAtomically(const std::filesystem::path& path, std::string_view bytes, std::string& error)
+bool WriteBeside(const std::filesystem::path& path, std::string_view bytes, std::filesystem::path& staged,
+                 std::string& error)
 {
     const std::filesystem::path folder = path.parent_path();
-    std::error_code ec;
     if (!folder.empty())
     {
+        std::error_code ec;
         std::filesystem::create_directories(folder, ec);
         if (ec)
         {
-            error = "cannot create folder " + folder.string() + ": " + ec.message();
+            const std::string obstacle = ObstacleTo(path);
+            error = obstacle.empty() ? "cannot create folder " + folder.string() + ": " + ec.message() : obstacle;
             return false;
         }
     }
@@ -162,6 +208,11 @@ bool WriteAtomically(const std::filesystem::path& path, std::string_view bytes, 
         if (S_ISDIR(existing.st_mode))
         {
             error = "is a folder, not a file";
+            return false;
+        }
+        if (!S_ISREG(existing.st_mode))
+        {
+            error = std::string("is not a regular file (") + KindOf(existing.st_mode) + ")";
             return false;
         }
         mode = existing.st_mode & 07777;
@@ -201,13 +252,103 @@ bool WriteAtomically(const std::filesystem::path& path, std::string_view bytes, 
         error = SystemError("cannot close");
         return false;
     }
-    if (::rename(temporary.c_str(), path.c_str()) != 0)
+    guard.Release();
+    staged = temporary;
+    return true;
+}
+
+bool PutInPlace(const std::filesystem::path& staged, const std::filesystem::path& path, std::string& error,
+                FileStamp* stamp)
+{
+    if (::rename(staged.c_str(), path.c_str()) != 0)
     {
         error = SystemError("cannot replace the file");
         return false;
     }
-    guard.Release();
-    SyncFolder(folder);
+    SyncFolder(path.parent_path());
+    if (stamp)
+    {
+        const uint64_t hash = stamp->hash;
+        *stamp = StampOf(path);
+        stamp->hash = hash;
+    }
     return true;
+}
+
+bool WriteAtomically(const std::filesystem::path& path, std::string_view bytes, std::string& error,
+                     FileStamp* stamp)
+{
+    std::filesystem::path staged;
+    if (!WriteBeside(path, bytes, staged, error))
+        return false;
+    TemporaryFileGuard guard(staged);
+    if (stamp)
+        stamp->hash = ContentHash(bytes);
+    if (!PutInPlace(staged, path, error, stamp))
+        return false;
+    guard.Release();
+    return true;
+}
+
+FileStamp StampOf(const std::filesystem::path& path)
+{
+    struct stat info = {};
+    if (::stat(path.c_str(), &info) != 0)
+        return {};
+    return StampFrom(info);
+}
+
+bool IsAsStamped(const std::filesystem::path& path, const FileStamp& stamp)
+{
+    const FileStamp now = StampOf(path);
+    if (!now.known || now.SameMetadata(stamp))
+        return true;
+    std::string bytes, error;
+    if (!ReadFile(path, bytes, error))
+        return false;
+    return stamp.known && ContentHash(bytes) == stamp.hash;
+}
+
+bool IsTemporaryName(const std::string& name, long* process)
+{
+    // "." + file name + "." + process + "." + 16 hexadecimal digits + ".tmp"
+    static constexpr std::string_view suffix = ".tmp";
+    if (name.size() < 1 + 1 + 2 + 17 + suffix.size() || name.front() != '.' || !name.ends_with(suffix))
+        return false;
+    const size_t hexEnd = name.size() - suffix.size();
+    const size_t hexStart = hexEnd - 16;
+    if (name[hexStart - 1] != '.')
+        return false;
+    for (size_t i = hexStart; i < hexEnd; ++i)
+        if (!std::isxdigit(static_cast<unsigned char>(name[i])))
+            return false;
+    const size_t pidEnd = hexStart - 1;
+    size_t pidStart = pidEnd;
+    while (pidStart > 1 && std::isdigit(static_cast<unsigned char>(name[pidStart - 1])))
+        --pidStart;
+    if (pidStart == pidEnd || pidStart < 3 || name[pidStart - 1] != '.')
+        return false;
+    if (process)
+        *process = std::stol(name.substr(pidStart, pidEnd - pidStart));
+    return true;
+}
+
+std::string ObstacleTo(const std::filesystem::path& path)
+{
+    struct stat info = {};
+    if (::stat(path.c_str(), &info) == 0)
+    {
+        if (S_ISDIR(info.st_mode))
+            return "is a folder, not a file";
+        if (!S_ISREG(info.st_mode))
+            return std::string("is not a regular file (") + KindOf(info.st_mode) + ")";
+        return {};
+    }
+    // The nearest folder on the way that exists must be a folder.
+    for (std::filesystem::path folder = path.parent_path(); !folder.empty() && folder != folder.root_path();
+         folder = folder.parent_path())
+        if (::stat(folder.c_str(), &info) == 0)
+            return S_ISDIR(info.st_mode) ? std::string() : folder.string() + " is a file, not a folder";
+    return {};
 }
 } // namespace sn::FileIO

@@ -5,8 +5,13 @@
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/FileIO.h"
+#include "sonarium/core/storage/ProjectLock.h"
+#include "sonarium/core/storage/SaveJournal.h"
 #include "sonarium/core/storage/StorageJson.h"
 #include "sonarium/core/storage/StorageState.h"
+
+#include <algorithm>
+#include <limits>
 
 namespace sn
 {
@@ -21,13 +26,17 @@ std::string Quoted(const std::string& text)
     return "\"" + text + "\"";
 }
 
-Json ReadDocument(const fs::path& path, const char* format)
+Json ReadDocument(const fs::path& path, const char* format, FileIO::FileStamp* stamp)
 {
     std::error_code ec;
-    if (!fs::exists(path, ec) && !ec)
-        throw FormatError("file not found");
+    if (!fs::exists(path, ec))
+    {
+        // A folder of the path that has become a file hides the file rather than losing it.
+        const std::string obstacle = FileIO::ObstacleTo(path);
+        throw FormatError(obstacle.empty() ? "file not found" : obstacle);
+    }
     std::string bytes, error;
-    if (!FileIO::ReadFile(path, bytes, error))
+    if (!FileIO::ReadFile(path, bytes, error, stamp))
         throw FormatError(error);
     Json document = storage::Parse(bytes);
     storage::CheckHeader(document, format);
@@ -95,21 +104,57 @@ void ReadCategories(Project& project, const Json& categories)
     }
 }
 
-std::unique_ptr<Project> ReadProjectFile(const fs::path& path)
+// The project's name names its file: one the editor would refuse gives way to the file's own.
+std::wstring ProjectName(const Json& document, const fs::path& path, std::vector<std::string>& fixed)
 {
-    const Json document = ReadDocument(path, "sonarium-project");
-    auto project = std::make_unique<Project>(Utf8::ToWide(storage::StringMember(document, "name")));
+    const std::wstring name = Utf8::ToWide(storage::StringMember(document, "name"));
+    std::wstring why;
+    if (ProjectEdit::IsValidName(nullptr, PMTreeNode::WorkUnit, nullptr, name, &why))
+        return name;
+    fixed.push_back("the project's name was refused (" + Utf8::FromWide(why) + "): named " +
+                    Quoted(path.stem().string()) + " after its file");
+    return Utf8::ToWide(path.stem().string());
+}
+
+// Platforms and languages are told apart by their ids: a second one with an id is dropped.
+template <class List, class Id>
+void AddOnce(List& list, const Id& id, const std::wstring& name, const std::string& what,
+             std::vector<std::string>& fixed)
+{
+    if (std::any_of(list.begin(), list.end(), [&](const auto& entry) { return entry.id == id; }))
+        fixed.push_back(what + " " + Quoted(Utf8::FromWide(name)) + " appears twice: the second was dropped");
+    else
+        list.push_back({id, name});
+}
+
+void ReadPlatformsAndLanguages(Project& project, const Json& document, std::vector<std::string>& fixed)
+{
     for (const Json& item : storage::ArrayMember(document, "platforms"))
-        project->Platforms().push_back(
-            {storage::GuidMember(item, "id"), Utf8::ToWide(storage::StringMember(item, "name"))});
+    {
+        const GUID id = storage::GuidMember(item, "id");
+        const std::string what = "platform " + GuidText::ToString(id);
+        AddOnce(project.Platforms(), id,
+                storage::CheckedName(storage::StringMember(item, "name"), PMTreeNode::None, nullptr, what, fixed),
+                what, fixed);
+    }
     for (const Json& item : storage::ArrayMember(document, "languages"))
     {
         const Json& id = storage::Member(item, "id");
-        if (!id.is_number_unsigned())
+        if (!id.is_number_unsigned() || id.get<unsigned long long>() > std::numeric_limits<unsigned long>::max())
             throw FormatError("key \"id\" of a language must be a non-negative integer");
-        project->Languages().push_back(
-            {id.get<unsigned long>(), Utf8::ToWide(storage::StringMember(item, "name"))});
+        const std::string what = "language " + id.dump();
+        AddOnce(project.Languages(), id.get<unsigned long>(),
+                storage::CheckedName(storage::StringMember(item, "name"), PMTreeNode::None, nullptr, what, fixed),
+                what, fixed);
     }
+}
+
+std::unique_ptr<Project> ReadProjectFile(const fs::path& path, FileIO::FileStamp& stamp,
+                                         std::vector<std::string>& fixed)
+{
+    const Json document = ReadDocument(path, "sonarium-project", &stamp);
+    auto project = std::make_unique<Project>(ProjectName(document, path, fixed));
+    ReadPlatformsAndLanguages(*project, document, fixed);
     const Json& reference = storage::Member(document, "referenceLanguage");
     if (!reference.is_number_unsigned())
         throw FormatError("key \"referenceLanguage\" must be a non-negative integer");
@@ -123,16 +168,18 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
 {
     try
     {
-        const Json document = ReadDocument(path, "sonarium-workunit");
+        FileIO::FileStamp stamp;
+        const Json document = ReadDocument(path, "sonarium-workunit", &stamp);
         const GUID id = storage::GuidMember(document, "id");
         if (id != unit.Id())
             throw FormatError("id " + GuidText::ToString(id) + " is not the work unit's " +
                               GuidText::ToString(unit.Id()));
         storage::StringMember(document, "name");
         std::set<GUID, GUIDLess> ids;
+        std::vector<std::string> fixed;
         try
         {
-            storage::ReadChildren(storage::ArrayMember(document, "children"), &unit, ids);
+            storage::ReadChildren(storage::ArrayMember(document, "children"), &unit, ids, fixed);
         }
         catch (...)
         {
@@ -143,11 +190,17 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
         }
         for (const CSmartPtr<ProjectObject>& child : unit.Children())
             project.Index(child.Get());
+        StorageStateOf(project).stamps[unit.Id()] = stamp;
+        // Told, and saved as set right: nothing changes behind the user's back.
+        for (std::string& fix : fixed)
+            problems.push_back({path, std::move(fix)});
+        unit.RawSetDirty(!fixed.empty());
         return true;
     }
     catch (const std::exception& error)
     {
         problems.push_back({path, error.what()});
+        unit.RawSetLoadProblem(Utf8::FromWide(problems.back().Text()));
         return false;
     }
 }
@@ -173,15 +226,29 @@ fs::path FindProjectFile(const fs::path& path, StorageProblems& problems)
 }
 } // namespace
 
-OpenResult OpenProject(const fs::path& projectFileOrFolder)
+OpenResult OpenProject(const fs::path& projectFileOrFolder, const OpenOptions& options)
 {
     OpenResult result;
     const fs::path file = FindProjectFile(projectFileOrFolder, result.problems);
     if (file.empty())
         return result;
+    ProjectLock::Result lock;
+    if (options.lock)
+    {
+        lock = ProjectLock::Acquire(file.parent_path());
+        if (!lock.heldBy.empty())
+            result.readOnly = "the project is open in another instance of Sonarium (" + lock.heldBy +
+                              "): it was opened read-only, and nothing can be saved until it is closed "
+                              "there and opened here again";
+    }
+    // The instance holding the folder may be in the middle of a save: only its holder finishes one.
+    if (result.readOnly.empty())
+        SaveJournal::Recover(file.parent_path(), result.problems);
+    FileIO::FileStamp stamp;
+    std::vector<std::string> fixed;
     try
     {
-        result.project = ReadProjectFile(file);
+        result.project = ReadProjectFile(file, stamp, fixed);
     }
     catch (const std::exception& error)
     {
@@ -193,19 +260,24 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder)
     project.SetFolder(file.parent_path());
     StorageState& state = ResetStorageState(project);
     state.projectFile = file;
+    state.projectStamp = stamp;
+    state.lock = std::move(lock.lock);
+    state.readOnly = result.readOnly;
     for (WorkUnitObject* unit : project.FileWorkUnits())
     {
         const fs::path path = WorkUnitFilePath(*unit, project.GetFolder());
         state.savedPaths[unit->Id()] = path;
+        unit->RawSetDirty(false);
         // A unit saved unloaded stays on disk until the user loads it.
         if (unit->IsLoaded() && !ReadWorkUnitFile(project, *unit, path, result.problems))
         {
             state.broken.insert(unit->Id());
             unit->RawSetLoaded(false);
         }
-        unit->RawSetDirty(false);
     }
-    project.SetDirty(false);
+    for (std::string& fix : fixed)
+        result.problems.push_back({file, std::move(fix)});
+    project.SetDirty(!fixed.empty());
     return result;
 }
 
@@ -225,6 +297,7 @@ bool LoadWorkUnit(Project& project, WorkUnitObject* unit, StorageProblems& probl
         return false;
     }
     state.broken.erase(unit->Id());
+    unit->RawSetLoadProblem({});
     state.savedPaths[unit->Id()] = path;
     unit->RawSetLoaded(true);
     // The project file records which units are unloaded.
@@ -234,21 +307,49 @@ bool LoadWorkUnit(Project& project, WorkUnitObject* unit, StorageProblems& probl
     return true;
 }
 
+namespace
+{
+void DropContent(Project& project, WorkUnitObject& unit)
+{
+    while (!unit.Children().empty())
+    {
+        const size_t last = unit.Children().size() - 1;
+        project.Unindex(unit.Children()[last].Get());
+        unit.RawRemoveChild(last);
+    }
+    StorageStateOf(project).stamps.erase(unit.Id());
+}
+} // namespace
+
 bool UnloadWorkUnit(Project& project, WorkUnitObject* unit)
 {
     if (!unit || !unit->IsFile() || unit->GetProject() != &project || unit->IsDirty())
         return false;
     if (!unit->IsLoaded())
         return true;
-    while (!unit->Children().empty())
-    {
-        const size_t last = unit->Children().size() - 1;
-        project.Unindex(unit->Children()[last].Get());
-        unit->RawRemoveChild(last);
-    }
+    DropContent(project, *unit);
     unit->RawSetLoaded(false);
     project.SetDirty(true);
     notify::Object(notify::evChildRemoved, unit);
     return true;
+}
+
+bool ReloadWorkUnit(Project& project, WorkUnitObject* unit, StorageProblems& problems)
+{
+    if (!unit || !unit->IsFile() || unit->GetProject() != &project || !unit->IsLoaded())
+        return false;
+    const bool projectDirty = project.IsDirty();
+    DropContent(project, *unit);
+    unit->RawSetLoaded(false);
+    if (unit->IsDirty())
+    {
+        unit->RawSetDirty(false);
+        notify::WorkUnit(notify::evDirtyChanged, unit);
+    }
+    notify::Object(notify::evChildRemoved, unit);
+    const bool loaded = LoadWorkUnit(project, unit, problems);
+    // Read again, the unit is where it was: the project file has nothing new to say.
+    project.SetDirty(projectDirty);
+    return loaded;
 }
 } // namespace sn

@@ -5,8 +5,12 @@
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/FileIO.h"
+#include "sonarium/core/storage/SaveJournal.h"
+#include "sonarium/core/storage/SavePlan.h"
 #include "sonarium/core/storage/StorageJson.h"
 #include "sonarium/core/storage/StorageState.h"
+
+#include <set>
 
 namespace sn
 {
@@ -26,41 +30,81 @@ bool Exists(const fs::path& path)
     return fs::exists(path, ec);
 }
 
-// Saving happens in three steps so that the files on disk always make a project that opens:
-// the work units' new files, then the project file naming them, and only then the removal of
-// files the project no longer names.
+// A save carries out its plan in an order that keeps the files on disk a project that opens, with
+// every unit's content in it, whenever it stops: the units' files first (those replacing a file
+// the project on disk still names are written beside it), then the project file naming them, then
+// the files written beside are put in place, and only then the files the project no longer names
+// are removed.
 class Saver
 {
 public:
-    Saver(Project& project, fs::path folder, StorageState state, bool everything, StorageProblems& problems)
+    Saver(Project& project, fs::path folder, StorageState state, bool everything, StorageProblems& problems,
+          const SaveOptions& options = {})
         : m_project(project), m_folder(std::move(folder)), m_state(std::move(state)),
-          m_everything(everything), m_problems(problems)
+          m_everything(everything), m_problems(problems), m_options(options)
     {
     }
 
     bool Run()
     {
-        const std::vector<WorkUnitObject*> units = m_project.FileWorkUnits();
-        for (WorkUnitObject* unit : units)
-            m_targets.insert(WorkUnitFilePath(*unit, m_folder));
-        for (WorkUnitObject* unit : units)
-            SaveUnit(*unit);
+        SaveJournal::Recover(m_folder, m_problems);
+        m_plan = PlanSave(m_project, m_folder, m_state, m_everything, m_options.onExternalChange);
+        if (!m_plan.refusals.empty())
+        {
+            m_problems.insert(m_problems.end(), m_plan.refusals.begin(), m_plan.refusals.end());
+            return false;
+        }
+        SaveJournal::RemoveLeftovers(FoldersOfTheProject());
+        CreateFolders();
+        KeepRemovedFiles();
+        m_done.reserve(m_plan.steps.size());
+        for (const SaveStep& step : m_plan.steps)
+            if (m_ok)
+                Prepare(step);
         if (m_ok)
-            SaveProjectFile();
-        // Until the project file names the new places, the old files are the ones it names.
-        for (const Move& move : m_moves)
-            if (m_ok || move.old.empty())
-                m_state.savedPaths[move.id] = move.target;
-        if (m_ok && !m_everything)
+            CommitProjectFile();
+        if (!m_ok)
+        {
+            Discard();
+            return false;
+        }
+        PutStagedInPlace();
+        if (!m_everything)
             RemoveObsolete();
         return m_ok;
     }
 
-    // Records the new state and clears the dirty marks of what was written.
-    void Commit()
+    // Records the new state and clears the dirty marks of what is on disk now.
+    void Apply()
     {
+        for (const Done& done : m_done)
+        {
+            WorkUnitObject* unit = done.step.unit;
+            // Without the new project file, only files rewritten in place are the units' files.
+            if (!m_committed && (!done.staged.empty() || done.step.target != SavedPath(*unit)))
+                continue;
+            m_state.savedPaths[unit->Id()] = done.step.target;
+            if (done.step.kind == SaveStep::Write)
+                m_state.stamps[unit->Id()] = done.stamp;
+            else if (done.step.source.empty())
+                m_state.removedFiles.erase(unit->Id());
+            if (done.step.kind == SaveStep::Write || !IsInMemory(*unit))
+                m_clean.push_back(unit);
+        }
+        if (m_committed)
+        {
+            for (const GUID& id : m_plan.forgotten)
+            {
+                m_state.savedPaths.erase(id);
+                m_state.stamps.erase(id);
+            }
+            // What is not in memory has nothing unsaved.
+            for (WorkUnitObject* unit : m_project.FileWorkUnits())
+                if (!IsInMemory(*unit))
+                    m_clean.push_back(unit);
+        }
         StorageStateOf(m_project) = std::move(m_state);
-        for (WorkUnitObject* unit : m_written)
+        for (WorkUnitObject* unit : m_clean)
             if (unit->IsDirty())
             {
                 unit->RawSetDirty(false);
@@ -73,44 +117,76 @@ public:
         }
     }
 
+    // The units whose files another program changed and the user chose to read again.
+    bool ReloadChosen()
+    {
+        bool ok = true;
+        if (m_committed)
+            for (WorkUnitObject* unit : m_plan.reload)
+                ok = ReloadWorkUnit(m_project, unit, m_problems) && ok;
+        return ok;
+    }
+
 private:
+    struct Done
+    {
+        SaveStep step;
+        fs::path staged;  // written beside its target, not yet in place
+        bool created = false; // the target did not exist before
+        FileIO::FileStamp stamp;
+    };
+
     void Fail(const fs::path& path, std::string reason)
     {
         m_problems.push_back({path, std::move(reason)});
         m_ok = false;
     }
 
-    bool Write(const fs::path& path, const Json& document)
+    fs::path SavedPath(const WorkUnitObject& unit) const
     {
-        std::string error;
-        if (FileIO::WriteAtomically(path, storage::Dump(document), error))
-            return true;
-        Fail(path, error);
-        return false;
+        auto saved = m_state.savedPaths.find(unit.Id());
+        return saved != m_state.savedPaths.end() ? saved->second : fs::path();
     }
 
-    void SaveUnit(WorkUnitObject& unit)
+    bool IsInMemory(const WorkUnitObject& unit) const
     {
-        const fs::path target = WorkUnitFilePath(unit, m_folder);
-        auto saved = m_state.savedPaths.find(unit.Id());
-        const fs::path old = saved != m_state.savedPaths.end() ? saved->second : fs::path();
-        const bool broken = m_state.broken.count(unit.Id()) != 0;
-        if (!unit.IsLoaded() || broken)
+        return unit.IsLoaded() && !m_state.broken.count(unit.Id());
+    }
+
+    std::vector<fs::path> FoldersOfTheProject() const
+    {
+        std::vector<fs::path> folders{m_folder};
+        for (const WorkUnitObject* root : m_project.Roots())
+            folders.push_back(m_folder / rules::CategoryKey(root->GetCategory()));
+        folders.insert(folders.end(), m_plan.folders.begin(), m_plan.folders.end());
+        return folders;
+    }
+
+    void CreateFolders()
+    {
+        for (const fs::path& folder : m_plan.folders)
         {
-            // Its content is only on disk: carry the file along, unread and untouched.
-            if (old.empty() || old == target || !Exists(old))
-                return;
             std::error_code ec;
-            fs::create_directories(target.parent_path(), ec);
-            if (!ec)
-                fs::copy_file(old, target, fs::copy_options::overwrite_existing, ec);
+            fs::create_directories(folder, ec);
             if (ec)
-                return Fail(target, "cannot copy " + old.string() + ": " + ec.message());
-            Moved(unit, old, target);
-            return;
+                Fail(folder, ec.message());
         }
-        if (!m_everything && !unit.IsDirty() && old == target && Exists(target))
-            return;
+    }
+
+    // The files of deleted units go with this save; undoing the delete brings them back from here.
+    void KeepRemovedFiles()
+    {
+        for (const GUID& id : m_plan.forgotten)
+        {
+            std::string bytes, error;
+            auto saved = m_state.savedPaths.find(id);
+            if (saved != m_state.savedPaths.end() && FileIO::ReadFile(saved->second, bytes, error))
+                m_state.removedFiles[id] = std::move(bytes);
+        }
+    }
+
+    Json UnitDocument(const WorkUnitObject& unit) const
+    {
         Json document = storage::Header("sonarium-workunit");
         document["id"] = GuidText::ToString(unit.Id());
         document["name"] = Utf8::FromWide(unit.GetName());
@@ -118,17 +194,26 @@ private:
         for (const CSmartPtr<ProjectObject>& child : unit.Children())
             children.push_back(storage::ObjectToJson(*child));
         document["children"] = std::move(children);
-        if (!Write(target, document))
-            return;
-        m_written.push_back(&unit);
-        Moved(unit, old, target);
+        return document;
     }
 
-    void Moved(const WorkUnitObject& unit, const fs::path& old, const fs::path& target)
+    void Prepare(const SaveStep& step)
     {
-        m_moves.push_back({unit.Id(), old, target});
-        if (!old.empty() && old != target && !m_targets.count(old))
-            m_obsolete.push_back(old);
+        std::string bytes, error;
+        if (step.kind == SaveStep::Write)
+            bytes = storage::Dump(UnitDocument(*step.unit));
+        else if (step.source.empty())
+            bytes = m_state.removedFiles[step.unit->Id()];
+        else if (!FileIO::ReadFile(step.source, bytes, error))
+            return Fail(step.source, "cannot carry it to " + step.target.string() + ": " + error);
+
+        Done done{step, {}, !Exists(step.target), {}};
+        const bool written = step.staged ? FileIO::WriteBeside(step.target, bytes, done.staged, error)
+                                         : FileIO::WriteAtomically(step.target, bytes, error, &done.stamp);
+        if (!written)
+            return Fail(step.target, error);
+        done.stamp.hash = FileIO::ContentHash(bytes);
+        m_done.push_back(std::move(done));
     }
 
     Json FolderTree(const ProjectObject& parent)
@@ -154,32 +239,14 @@ private:
                 !m_state.broken.count(unit->Id()))
                 item["unloaded"] = true;
             if (type == PMTreeNode::PhysicalFolder)
-            {
                 item["children"] = FolderTree(*child);
-                std::error_code ec;
-                fs::create_directories(FolderPath(*child), ec);
-                if (ec)
-                    Fail(FolderPath(*child), ec.message());
-            }
             items.push_back(std::move(item));
         }
         return items;
     }
 
-    fs::path FolderPath(const ProjectObject& folder) const
+    Json ProjectDocument()
     {
-        fs::path relative;
-        const ProjectObject* top = &folder;
-        for (; top->Parent(); top = top->Parent())
-            relative = NamePart(top->GetName()) / relative;
-        return m_folder / rules::CategoryKey(top->GetCategory()) / relative;
-    }
-
-    void SaveProjectFile()
-    {
-        std::wstring why;
-        if (!ProjectEdit::IsValidName(nullptr, PMTreeNode::WorkUnit, nullptr, m_project.GetName(), &why))
-            return Fail(m_folder, "the project's name cannot name a file: " + Utf8::FromWide(why));
         Json document = storage::Header("sonarium-project");
         document["name"] = Utf8::FromWide(m_project.GetName());
         Json platforms = Json::array();
@@ -199,25 +266,91 @@ private:
                                       {"name", Utf8::FromWide(root->GetName())},
                                       {"children", FolderTree(*root)}});
         document["categories"] = std::move(categories);
+        return document;
+    }
+
+    // The moment the save takes effect: from here on the project on disk names the new places.
+    void CommitProjectFile()
+    {
+        if (!m_plan.writeProjectFile)
+        {
+            m_committed = true;
+            return;
+        }
+        const Json document = ProjectDocument();
         if (!m_ok)
             return;
+        const std::string bytes = storage::Dump(document);
+        std::vector<SaveJournal::Rename> renames;
+        for (const Done& done : m_done)
+            if (!done.staged.empty())
+                renames.push_back({done.staged, done.step.target});
+        std::string error;
+        if (!renames.empty() &&
+            !SaveJournal::Write(m_folder, m_plan.projectFile, FileIO::ContentHash(bytes), renames, error))
+            return Fail(m_folder, "cannot write the save's journal: " + error);
+        FileIO::FileStamp stamp;
+        if (!FileIO::WriteAtomically(m_plan.projectFile, bytes, error, &stamp))
+            return Fail(m_plan.projectFile, error);
+        m_committed = m_projectWritten = true;
+        m_state.projectFile = m_plan.projectFile;
+        m_state.projectStamp = stamp;
+    }
 
-        const fs::path target = ProjectFilePath(m_project, m_folder);
-        const fs::path old = m_state.projectFile;
-        if (!m_everything && !m_project.IsDirty() && old == target && Exists(target))
-            return;
-        if (!Write(target, document))
-            return;
-        m_projectWritten = true;
-        m_state.projectFile = target;
-        if (!old.empty() && old != target)
-            m_obsolete.push_back(old);
+    // Nothing of a save that did not take effect stays behind, but files rewritten in place.
+    void Discard()
+    {
+        SaveJournal::Remove(m_folder);
+        for (const Done& done : m_done)
+        {
+            std::error_code ec;
+            if (!done.staged.empty())
+                fs::remove(done.staged, ec);
+            else if (done.created)
+                fs::remove(done.step.target, ec);
+        }
+    }
+
+    void PutStagedInPlace()
+    {
+        bool all = true;
+        for (Done& done : m_done)
+        {
+            std::string error;
+            if (done.staged.empty())
+                continue;
+            if (FileIO::PutInPlace(done.staged, done.step.target, error, &done.stamp))
+                done.staged.clear();
+            else
+            {
+                Fail(done.step.target, error + " (the next save or open finishes this)");
+                all = false;
+            }
+        }
+        if (all)
+            SaveJournal::Remove(m_folder);
     }
 
     void RemoveObsolete()
     {
-        for (const fs::path& path : m_obsolete)
+        // A file still named under another spelling (letter case) is the same file: it stays.
+        std::set<std::pair<uint64_t, uint64_t>> kept;
+        std::set<fs::path> targets;
+        if (!m_plan.obsolete.empty())
+            for (const WorkUnitObject* unit : m_project.FileWorkUnits())
+            {
+                const fs::path target = WorkUnitFilePath(*unit, m_folder);
+                const FileIO::FileStamp stamp = FileIO::StampOf(target);
+                targets.insert(target);
+                if (stamp.known)
+                    kept.insert({stamp.device, stamp.inode});
+            }
+        for (const fs::path& path : m_plan.obsolete)
         {
+            const FileIO::FileStamp stamp = FileIO::StampOf(path);
+            if (targets.count(path) || path == m_plan.projectFile ||
+                (stamp.known && kept.count({stamp.device, stamp.inode})))
+                continue;
             std::error_code ec;
             fs::remove(path, ec);
             if (ec)
@@ -237,16 +370,11 @@ private:
     StorageState m_state;
     bool m_everything;
     StorageProblems& m_problems;
-    std::set<fs::path> m_targets;
-    std::vector<WorkUnitObject*> m_written;
-    struct Move
-    {
-        GUID id;
-        fs::path old;
-        fs::path target;
-    };
-    std::vector<Move> m_moves;
-    std::vector<fs::path> m_obsolete;
+    SaveOptions m_options;
+    SavePlan m_plan;
+    std::vector<Done> m_done;
+    std::vector<WorkUnitObject*> m_clean;
+    bool m_committed = false;
     bool m_projectWritten = false;
     bool m_ok = true;
 };
@@ -266,18 +394,23 @@ fs::path WorkUnitFilePath(const WorkUnitObject& unit, const fs::path& folder)
     return folder / rules::CategoryKey(top ? top->GetCategory() : unit.GetCategory()) / relative;
 }
 
-bool SaveProject(Project& project, StorageProblems& problems)
+bool SaveProject(Project& project, StorageProblems& problems, const SaveOptions& options)
 {
     if (project.GetFolder().empty())
     {
         problems.push_back({{}, "the project has no folder yet: save it to a folder first"});
         return false;
     }
-    Saver saver(project, project.GetFolder(), StorageStateOf(project), false, problems);
+    if (const std::string& readOnly = StorageStateOf(project).readOnly; !readOnly.empty())
+    {
+        problems.push_back({project.GetFolder(), readOnly});
+        return false;
+    }
+    Saver saver(project, project.GetFolder(), StorageStateOf(project), false, problems, options);
     const bool ok = saver.Run();
     // What was written is on disk even when something else failed.
-    saver.Commit();
-    return ok;
+    saver.Apply();
+    return saver.ReloadChosen() && ok;
 }
 
 bool SaveProjectAs(Project& project, const fs::path& folder, StorageProblems& problems)
@@ -289,7 +422,7 @@ bool SaveProjectAs(Project& project, const fs::path& folder, StorageProblems& pr
     if (!saver.Run())
         return false;
     project.SetFolder(folder);
-    saver.Commit();
+    saver.Apply();
     return true;
 }
 } // namespace sn

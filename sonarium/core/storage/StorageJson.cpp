@@ -1,35 +1,25 @@
 #include "sonarium/core/storage/StorageJson.h"
 
 #include "host/Utf8.h"
+#include "sonarium/core/model/EditGuard.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/Project.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/storage/JsonDepth.h"
+
+#include <limits>
 
 namespace sn::storage
 {
 namespace
 {
 constexpr int kVersion = 1;
+// An object at the deepest place the editor allows, with its inclusion's platforms, still reads.
+static_assert(2 * EditGuard::kMaxDepth + 8 <= kMaxJsonDepth);
 
 std::string Quoted(const std::string& text)
 {
     return "\"" + text + "\"";
-}
-
-std::pair<size_t, size_t> LineAndColumn(const std::string& bytes, size_t offset)
-{
-    size_t line = 1, column = 1;
-    for (size_t i = 0; i < offset && i < bytes.size(); ++i)
-    {
-        if (bytes[i] == '\n')
-        {
-            ++line;
-            column = 1;
-        }
-        else
-            ++column;
-    }
-    return {line, column};
 }
 
 // nlohmann's message without its "[json.exception...] parse error at line x, column y: " prefix.
@@ -88,18 +78,33 @@ void ReadInclusion(const Json& inclusion, ProjectObject& object)
     object.RawSetIncludedOn(std::move(includedOn));
 }
 
-void ReadOptional(const Json& item, ProjectObject& object)
+std::string Describe(const ProjectObject& object)
+{
+    return Quoted(object.NameUtf8()) + " " + IdText(object);
+}
+
+void ReadOptional(const Json& item, ProjectObject& object, std::vector<std::string>& fixed)
 {
     if (item.contains("color"))
     {
         const Json& color = item["color"];
-        object.RawSetColor(Typed(color, "color", color.is_number_integer(), "an integer").get<int>());
+        Typed(color, "color", color.is_number_integer(), "an integer");
+        const bool inRange = color.is_number_unsigned() ? color.get<unsigned long long>() < ProjectObject::kColorCount
+                                                        : color.get<long long>() >= -1;
+        if (inRange)
+            object.RawSetColor(color.get<int>());
+        else
+            fixed.push_back("colour " + color.dump() + " of " + Describe(object) + " is not one of the palette's (-1 to " +
+                            std::to_string(ProjectObject::kColorCount - 1) + "): set to -1, the parent's colour");
     }
     if (item.contains("flags"))
     {
         const Json& flags = item["flags"];
-        object.RawSetFlags(
-            Typed(flags, "flags", flags.is_number_unsigned(), "a non-negative integer").get<unsigned int>());
+        Typed(flags, "flags", flags.is_number_unsigned(), "a non-negative integer");
+        if (flags.get<unsigned long long>() <= std::numeric_limits<unsigned int>::max())
+            object.RawSetFlags(flags.get<unsigned int>());
+        else
+            fixed.push_back("flags " + flags.dump() + " of " + Describe(object) + " do not fit in 32 bits: set to 0");
     }
     if (item.contains("inclusion"))
         ReadInclusion(item["inclusion"], object);
@@ -118,6 +123,8 @@ void ReadOptional(const Json& item, ProjectObject& object)
 
 Json Parse(const std::string& bytes)
 {
+    if (std::string problem = DepthProblem(bytes); !problem.empty())
+        throw FormatError(problem);
     try
     {
         return Json::parse(bytes);
@@ -218,7 +225,21 @@ Json ObjectToJson(const ProjectObject& object)
     return item;
 }
 
-void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDLess>& ids)
+std::wstring CheckedName(const std::string& name, PMTreeNode::NodeType type, const ProjectObject* parent,
+                         const std::string& what, std::vector<std::string>& fixed)
+{
+    const std::wstring wide = Utf8::ToWide(name);
+    std::wstring why;
+    if (ProjectEdit::IsValidName(nullptr, type, parent, wide, &why))
+        return wide;
+    const CStdStr<wchar_t> repaired = ProjectEdit::RepairName(type, parent, wide);
+    fixed.push_back("the name of " + what + " was refused (" + Utf8::FromWide(why) + "): renamed " +
+                    Quoted(Utf8::FromWide(repaired)));
+    return repaired;
+}
+
+void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDLess>& ids,
+                  std::vector<std::string>& fixed)
 {
     for (const Json& item : items)
     {
@@ -235,12 +256,12 @@ void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDL
         if (!ids.insert(id).second || (parent->GetProject() && parent->GetProject()->Find(id)))
             throw FormatError("duplicate GUID " + GuidText::ToString(id));
 
-        auto* object =
-            new ProjectObject(parent->GetProject(), id, type, rules::ObjectTypeOf(type), Utf8::ToWide(name));
+        auto* object = new ProjectObject(parent->GetProject(), id, type, rules::ObjectTypeOf(type),
+                                         CheckedName(name, type, parent, GuidText::ToString(id), fixed));
         parent->RawInsertChild(parent->Children().size(), object);
-        ReadOptional(item, *object);
+        ReadOptional(item, *object, fixed);
         if (item.contains("children"))
-            ReadChildren(ArrayMember(item, "children"), object, ids);
+            ReadChildren(ArrayMember(item, "children"), object, ids, fixed);
     }
 }
 } // namespace sn::storage

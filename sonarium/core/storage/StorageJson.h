@@ -9,6 +9,7 @@
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace sn::storage
 {
@@ -38,6 +39,12 @@ Json Header(const char* format);
 // An object below a work unit, with its subtree.
 Json ObjectToJson(const ProjectObject& object);
 // Builds the objects of items under parent (already in its category, not yet indexed). ids
-// collects the GUIDs read; a GUID already in ids or in the project is an error.
-void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDLess>& ids);
+// collects the GUIDs read; a GUID already in ids or in the project is an error. Values the
+// editor could not have made (a name it refuses, a colour or flags out of range) are set right,
+// and fixed says what was changed.
+void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDLess>& ids,
+                  std::vector<std::string>& fixed);
+// A name read from a file, as the editor would have accepted it; fixed says what was changed.
+std::wstring CheckedName(const std::string& name, PMTreeNode::NodeType type, const ProjectObject* parent,
+                         const std::string& what, std::vector<std::string>& fixed);
 } // namespace sn::storage

@@ -20,6 +20,7 @@ enum class DialogKind
     NewWorkUnit,
     UnloadDirty,
     File,
+    ChangedFile,
 };
 
 struct MessageBoxRequest
@@ -82,6 +83,25 @@ struct FileAnswer
     std::vector<std::wstring> paths;
 };
 
+// A file another program changed since the project read it, about to be saved over.
+struct ChangedFileRequest
+{
+    std::wstring what; // "the work unit \"Props\"" or "the project file"
+    std::wstring path;
+};
+
+struct ChangedFileAnswer
+{
+    enum Choice
+    {
+        Overwrite,  // save this project's version over it
+        KeepTheirs, // leave the file as it is; the changes here stay unsaved
+        Reload,     // leave the file, and read the work unit again from it
+    };
+    // A question closed without choosing keeps the other program's file.
+    Choice choice = KeepTheirs;
+};
+
 class IDialogService
 {
 public:
@@ -91,6 +111,7 @@ public:
     virtual NewWorkUnitAnswer ShowNewWorkUnit(const NewWorkUnitRequest& request) = 0;
     virtual UnloadDirtyAnswer ShowUnloadDirty(const UnloadDirtyRequest& request) = 0;
     virtual FileAnswer ShowFileDialog(const FileRequest& request) = 0;
+    virtual ChangedFileAnswer ShowChangedFile(const ChangedFileRequest& request) = 0;
 };
 
 // The service the host's dialogs use now, or null.

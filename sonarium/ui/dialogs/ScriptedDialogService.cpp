@@ -65,6 +65,8 @@ const wchar_t* KindName(size_t kind)
         return L"unload-dirty";
     case DialogKind::File:
         return L"file";
+    case DialogKind::ChangedFile:
+        return L"changed-file";
     }
     return L"?";
 }
@@ -137,6 +139,11 @@ void ScriptedDialogService::AnswerFile(std::vector<std::wstring> paths)
 void ScriptedDialogService::CancelFile()
 {
     Queue(FileAnswer{false, {}});
+}
+
+void ScriptedDialogService::AnswerChangedFile(ChangedFileAnswer::Choice choice)
+{
+    Queue(ChangedFileAnswer{choice});
 }
 
 template <typename Answer>
@@ -243,6 +250,18 @@ FileAnswer ScriptedDialogService::ShowFileDialog(const FileRequest& request)
     return answer;
 }
 
+ChangedFileAnswer ScriptedDialogService::ShowChangedFile(const ChangedFileRequest& request)
+{
+    const std::wstring line = L"changed-file what=" + Quote(request.what) + L" path=" + Quote(request.path);
+    const DialogRecord record = MakeRecord(DialogKind::ChangedFile);
+    const std::optional<ChangedFileAnswer> taken = Take<ChangedFileAnswer>(record, line);
+    if (!taken)
+        return ChangedFileAnswer{};
+    static const wchar_t* const k_names[] = {L"Overwrite", L"KeepTheirs", L"Reload"};
+    Record(record, line, k_names[taken->choice]);
+    return *taken;
+}
+
 void ScriptedDialogService::Record(DialogRecord record, const std::wstring& request,
                                    const std::wstring& answer)
 {
@@ -256,7 +275,8 @@ void ScriptedDialogService::RecordUnanswered(DialogRecord record, const std::wst
 {
     const std::wstring dismissed = record.kind == DialogKind::MessageBox
                                        ? MessageBoxButtons::Name(MessageBoxButtons::Dismissed(record.style))
-                                       : L"Cancel";
+                                   : record.kind == DialogKind::ChangedFile ? L"KeepTheirs"
+                                                                            : L"Cancel";
     record.answered = false;
     record.line = request + L" -> UNANSWERED (" + reason + L"), " + dismissed;
     m_records.push_back(std::move(record));

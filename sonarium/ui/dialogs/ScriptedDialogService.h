@@ -11,7 +11,8 @@
 //   unload-dirty paths=["...", "..."] -> Save | Cancel | Discard
 //   file open|save|select-folder caption="..." filter="..." extension="..." name="..." flags=0x6
 //        -> OK paths=["..."] | -> Cancel
-//   any of them: -> UNANSWERED (<reason>), Cancel
+//   changed-file what="..." path="..." -> Overwrite | KeepTheirs | Reload
+//   any of them: -> UNANSWERED (<reason>), Cancel (a changed file: KeepTheirs)
 
 #include "sonarium/ui/dialogs/DialogService.h"
 
@@ -24,7 +25,8 @@
 namespace sn
 {
 // One scripted answer; the alternative's index is its DialogKind.
-using DialogAnswer = std::variant<MessageBoxAnswer, NewWorkUnitAnswer, UnloadDirtyAnswer, FileAnswer>;
+using DialogAnswer =
+    std::variant<MessageBoxAnswer, NewWorkUnitAnswer, UnloadDirtyAnswer, FileAnswer, ChangedFileAnswer>;
 
 struct DialogRecord
 {
@@ -49,11 +51,13 @@ public:
     void AnswerUnloadDirty(UnloadDirtyWorkUnitsDlg::Decision decision);
     void AnswerFile(std::vector<std::wstring> paths);
     void CancelFile();
+    void AnswerChangedFile(ChangedFileAnswer::Choice choice);
 
     MessageBoxAnswer ShowMessageBox(const MessageBoxRequest& request) override;
     NewWorkUnitAnswer ShowNewWorkUnit(const NewWorkUnitRequest& request) override;
     UnloadDirtyAnswer ShowUnloadDirty(const UnloadDirtyRequest& request) override;
     FileAnswer ShowFileDialog(const FileRequest& request) override;
+    ChangedFileAnswer ShowChangedFile(const ChangedFileRequest& request) override;
 
     const std::vector<DialogRecord>& Records() const { return m_records; }
     size_t UnansweredCount() const;

@@ -1,5 +1,8 @@
 #include "sonarium/core/storage/ProjectStorage.h"
 
+#include "DiskFixture.h"
+#include "StorageText.h"
+
 #include "host/Utf8.h"
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/FileIO.h"
@@ -15,25 +18,7 @@ namespace fs = std::filesystem;
 using namespace sn;
 using N = PMTreeNode::NodeType;
 
-class TempFolder
-{
-public:
-    TempFolder()
-    {
-        std::string pattern = (fs::temp_directory_path() / "storage-test-XXXXXX").string();
-        m_path = ::mkdtemp(pattern.data());
-    }
-    ~TempFolder()
-    {
-        std::error_code ec;
-        fs::permissions(m_path, fs::perms::owner_all, fs::perm_options::add, ec);
-        fs::remove_all(m_path, ec);
-    }
-    const fs::path& Path() const { return m_path; }
-
-private:
-    fs::path m_path;
-};
+using disk::TempFolder;
 
 std::string Read(const fs::path& path)
 {
@@ -46,14 +31,6 @@ void Write(const fs::path& path, const std::string& bytes)
 {
     std::string error;
     ASSERT_TRUE(FileIO::WriteAtomically(path, bytes, error)) << error;
-}
-
-std::string Problems(const StorageProblems& problems)
-{
-    std::string text;
-    for (const StorageProblem& problem : problems)
-        text += Utf8::FromWide(problem.Text()) + "\n";
-    return text;
 }
 
 struct Sample
