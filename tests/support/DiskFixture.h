@@ -3,6 +3,8 @@
 // sample project, and checksums of every file under a folder, so that a test can say exactly
 // which files an operation changed.
 
+#include "sonarium/core/storage/ProjectLock.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -43,7 +45,20 @@ private:
 class SampleCopy : public TempFolder
 {
 public:
-    SampleCopy() { fs::copy(SONARIUM_SAMPLES_DIR "/Demo", Path(), fs::copy_options::recursive); }
+    SampleCopy()
+    {
+        // Another test may have the sample open at this moment: its lock is not part of the project.
+        const fs::path sample = SONARIUM_SAMPLES_DIR "/Demo";
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(sample))
+        {
+            const fs::path target = Path() / fs::relative(entry.path(), sample);
+            std::error_code ec;
+            if (entry.is_directory(ec))
+                fs::create_directories(target);
+            else if (entry.path().filename() != sn::ProjectLock::kFileName)
+                fs::copy_file(entry.path(), target, ec);
+        }
+    }
     fs::path File(const std::string& relative) const { return Path() / relative; }
 };
 

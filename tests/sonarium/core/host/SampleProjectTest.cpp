@@ -2,6 +2,7 @@
 #include "ProjectShape.h"
 
 #include "sonarium/core/storage/FileIO.h"
+#include "sonarium/core/storage/ProjectLock.h"
 #include "sonarium/core/storage/ProjectStorage.h"
 
 #include <functional>
@@ -18,7 +19,7 @@ std::map<fs::path, std::string> Files(const fs::path& folder)
 {
     std::map<fs::path, std::string> files;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder))
-        if (entry.is_regular_file())
+        if (entry.is_regular_file() && entry.path().filename() != ProjectLock::kFileName)
         {
             std::string bytes, error;
             EXPECT_TRUE(FileIO::ReadFile(entry.path(), bytes, error)) << error;
