@@ -157,14 +157,22 @@ bool ScriptRunner::PrintObject(Words const& words, std::wstring& error)
         lines.push_back(L"platform " + std::wstring(platform.name) + L": " + InclusionText(*object, platform.id));
     for (auto const& [key, value] : object->Properties())
         lines.push_back(Utf8::ToWide(key) + L": " + PropertyText(*project, value));
+    // The parts the object holds (a sound's sources, an event's actions, a track's clips).
     ProjectObject* played = audio::PlayedSource(object);
     for (CSmartPtr<ProjectObject> const& child : object->Children())
     {
-        if (child->GetObjectType() != OrbObjectType_AudioSource)
+        if (ProjectObject::IsHierarchyMember(child->GetObjectType()))
             continue;
-        const audio::SourceAudio audio = audio::QuerySourceAudio(child.Get(), 0);
-        lines.push_back(L"source \"" + std::wstring(child->GetName()) + L"\"" + (child.Get() == played ? L" (active)" : L"") +
-                        L": " + audio.info.Describe());
+        const bool source = child->GetObjectType() == OrbObjectType_AudioSource;
+        std::wstring line = Utf8::ToWide(rules::NodeTypeKey(child->GetNodeType())) + L" \"" +
+                            std::wstring(child->GetName()) + L"\"";
+        if (child.Get() == played)
+            line += L" (active)";
+        for (auto const& [key, value] : child->Properties())
+            line += L" " + Utf8::ToWide(key) + L"=" + PropertyText(*project, value);
+        if (source)
+            line += L": " + audio::QuerySourceAudio(child.Get(), 0).info.Describe();
+        lines.push_back(line);
     }
     m_out << L"object " << words[2] << L"\n";
     for (std::wstring const& line : lines)

@@ -26,11 +26,14 @@ struct BatchRenameRow
 {
     std::wstring oldName;
     std::wstring newName;
-    // Why the object keeps its name (an invalid name, one taken twice); empty when it is renamed
-    // or its name stays the same.
+    // Why the object keeps its name (an invalid name, one another object of the same place would
+    // have too); empty when it is renamed or its name stays the same.
     std::wstring problem;
 };
 
+// Puts the objects in the order the project holds them (a parent before its children, siblings
+// in their order): the order numbers are given in.
+void SortInHierarchyOrder(std::vector<ProjectObject*>& objects);
 // The name the rule gives to the object at position index of the list.
 std::wstring NewName(const std::wstring& name, const BatchRenameRule& rule, size_t index);
 // One row per object, in the list's order.

@@ -23,6 +23,8 @@ size_t BatchRenameDlg::Run(const std::vector<IOrbObject*>& selection)
     IDialogService* service = CurrentDialogService();
     if (!service)
         return 0;
+    // Numbers follow the tree, whatever order the objects were picked in.
+    rename::SortInHierarchyOrder(objects);
     BatchRenameRequest request;
     for (ProjectObject* object : objects)
         request.objects.push_back(PathOf(*object));
