@@ -5,6 +5,7 @@
 
 #include "sonarium/core/import/AudioFile.h"
 #include "sonarium/core/model/ProjectObject.h"
+#include "sonarium/core/storage/ProjectStorage.h"
 
 #include <filesystem>
 #include <functional>
@@ -13,8 +14,6 @@
 
 namespace sn::audio
 {
-// Where copies go, below the project's folder: "Originals/SFX", "Originals/Voices/<language>".
-inline constexpr const char* kOriginalsFolder = "Originals";
 
 struct ImportChoices
 {

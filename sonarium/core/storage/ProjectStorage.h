@@ -14,6 +14,8 @@ namespace sn
 {
 inline constexpr const char* kProjectFileExtension = ".sonproj";
 inline constexpr const char* kWorkUnitFileExtension = ".swu";
+// The folder of the project's original audio files, which sources name their files from.
+inline constexpr const char* kOriginalsFolder = "Originals";
 
 struct OpenResult
 {
@@ -27,7 +29,8 @@ OpenResult OpenProject(const std::filesystem::path& projectFileOrFolder);
 
 // Writes the project file and the work units that changed; false when anything failed.
 bool SaveProject(Project& project, StorageProblems& problems);
-// Writes the whole project into folder, which becomes the project's folder on success.
+// Writes the whole project into folder, which becomes the project's folder on success; the
+// original audio files go along.
 bool SaveProjectAs(Project& project, const std::filesystem::path& folder, StorageProblems& problems);
 
 // Reads an unloaded work unit's objects back from its file.

@@ -119,7 +119,7 @@ std::string MakeSourceFiles(sn::Project& project, const fs::path& folder)
         if (!source->GetProperty("File").empty())
             continue;
         const bool voice = source->Parent() && source->Parent()->GetNodeType() == PMTreeNode::SoundVoice;
-        const fs::path relative = fs::path(sn::audio::kOriginalsFolder) /
+        const fs::path relative = fs::path(sn::kOriginalsFolder) /
                                   (voice ? fs::path("Voices") / Utf8::FromWide(LanguageName(project)) : fs::path("SFX")) /
                                   Utf8::FromWide(source->GetName());
         std::error_code ec;
