@@ -37,21 +37,24 @@ void Report(IProjectLoadProgress* progress, const StorageProblems& problems)
             progress->Problem(problem.Text());
 }
 
-// Forgets the unsaved changes of a unit about to be unloaded; false when its file is not on
-// disk, since unloading would then lose the unit's content for good.
-bool DiscardChanges(WorkUnitObject* unit, IProjectLoadProgress* progress)
+// Unloads a unit, forgetting its unsaved changes; refused when its file is not on disk, since
+// nothing could load the unit back.
+bool Unload(Project& project, WorkUnitObject* unit, IProjectLoadProgress* progress)
 {
     CStdStr<wchar_t> path;
-    if (!WorkUnitHelpers::GetWorkUnitFilePath(static_cast<ProjectObject*>(unit), path, true))
+    if (unit->IsLoaded() && !WorkUnitHelpers::GetWorkUnitFilePath(static_cast<ProjectObject*>(unit), path, true))
     {
         if (progress)
             progress->Problem(unit->GetName() +
                               StringHelp::Localize(L": its file was never saved, so it stays loaded."));
         return false;
     }
-    unit->RawSetDirty(false);
-    notify::WorkUnit(notify::evDirtyChanged, static_cast<ProjectObject*>(unit));
-    return true;
+    if (unit->IsDirty())
+    {
+        unit->RawSetDirty(false);
+        notify::WorkUnit(notify::evDirtyChanged, static_cast<ProjectObject*>(unit));
+    }
+    return UnloadWorkUnit(project, unit);
 }
 } // namespace
 
@@ -115,10 +118,8 @@ PersistResult::PersistResult ProjectManagerImpl::Persist(const std::vector<OrbOb
             failed = !LoadWorkUnit(*project, unit, problems) || failed;
             Report(progress, problems);
         }
-        else if (!unit->IsDirty() || DiscardChanges(unit, progress))
-            failed = !UnloadWorkUnit(*project, unit) || failed;
         else
-            failed = true;
+            failed = !Unload(*project, unit, progress) || failed;
         changed = changed || unit->IsLoaded() != wasLoaded;
     }
     // Undo steps and clipboard entries may name objects that left memory or came back as others.
