@@ -51,8 +51,12 @@ BatchRenameDialog::BatchRenameDialog(const BatchRenameRequest& request, QWidget*
 
     m_preview = new QTableWidget(0, 3, this);
     m_preview->setHorizontalHeaderLabels({tr("Name"), tr("New name"), tr("Note")});
-    m_preview->horizontalHeader()->setStretchLastSection(true);
+    m_preview->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    m_preview->horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    m_preview->horizontalHeader()->setSectionResizeMode(2, QHeaderView::Stretch);
     m_preview->verticalHeader()->hide();
+    m_preview->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    m_preview->setWordWrap(false);
     m_preview->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_preview->setSelectionMode(QAbstractItemView::NoSelection);
     layout->addWidget(m_preview, 1);
@@ -99,6 +103,7 @@ void BatchRenameDialog::UpdatePreview()
         m_preview->setItem(r, 0, new QTableWidgetItem(ToQt(row.oldName)));
         auto* name = new QTableWidgetItem(ToQt(row.newName));
         auto* note = new QTableWidgetItem(ToQt(row.problem));
+        note->setToolTip(ToQt(row.problem));
         if (!row.problem.empty())
             for (QTableWidgetItem* item : {name, note})
                 item->setForeground(QColor(0xc0, 0x39, 0x2b));

@@ -1,6 +1,7 @@
 #include "sonarium/qt/ExplorerMenu.h"
 
 #include "sonarium/app/session/AppSession.h"
+#include "explorer/menu/MenuCommandIds.h"
 #include "sonarium/app/session/ExplorerCommands.h"
 #include "sonarium/qt/QtText.h"
 #include "sonarium/qt/QtWindowSystemDriver.h"
@@ -24,6 +25,35 @@ QKeySequence ShortcutOf(const std::wstring& name)
         return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I);
     return {};
 }
+
+// The marks of the selection's state on the current platform, as the context menu shows them;
+// changing inclusion waits for playback to stop.
+void MarkInclusion(QMenu& inclusion, AppSession& session)
+{
+    Pane* pane = session.ActivePane();
+    std::vector<IOrbObject*> selected;
+    if (pane)
+        pane->view->GetSelectedObjects(selected);
+    const unsigned included = selected.empty() ? 0 : pane->view->IsIncluded();
+    const unsigned linked = selected.empty() ? 0 : pane->view->IsInclusionLinked();
+    const bool playing = session.GetHost().IsInPlayback();
+    for (QAction* action : inclusion.actions())
+    {
+        const unsigned id = action->data().toUInt();
+        const bool changesInclusion = id == MenuCommandIds::IncludeSelection || id == MenuCommandIds::ExcludeSelection;
+        action->setEnabled(!selected.empty() && !(changesInclusion && playing));
+        action->setChecked(id == included || id == linked);
+    }
+}
+
+unsigned InclusionId(const std::wstring& name)
+{
+    return name == L"include"   ? MenuCommandIds::IncludeSelection
+           : name == L"exclude" ? MenuCommandIds::ExcludeSelection
+           : name == L"link"    ? MenuCommandIds::LinkInclusion
+           : name == L"unlink"  ? MenuCommandIds::UnlinkInclusion
+                                : 0;
+}
 } // namespace
 
 void AddObjectsMenu(QMenuBar& bar, AppSession& session, QtWindowSystemDriver& driver, QWidget* owner)
@@ -36,12 +66,14 @@ void AddObjectsMenu(QMenuBar& bar, AppSession& session, QtWindowSystemDriver& dr
         if (name == L"delete")
             continue; // in the Edit menu
         QMenu* into = menu;
-        if (name == L"include" || name == L"exclude" || name == L"link" || name == L"unlink")
+        if (InclusionId(name))
         {
             if (!inclusion)
             {
                 menu->addSeparator();
                 inclusion = menu->addMenu(QObject::tr("Inclusion"));
+                QObject::connect(inclusion, &QMenu::aboutToShow, owner,
+                                 [inclusion, &session] { MarkInclusion(*inclusion, session); });
             }
             into = inclusion;
         }
@@ -49,6 +81,11 @@ void AddObjectsMenu(QMenuBar& bar, AppSession& session, QtWindowSystemDriver& dr
             menu->addSeparator();
         QAction* action = into->addAction(ToQt(command.text));
         action->setShortcut(ShortcutOf(name));
+        if (const unsigned id = InclusionId(name))
+        {
+            action->setCheckable(true);
+            action->setData(id);
+        }
         QObject::connect(action, &QAction::triggered, owner,
                          [&session, &driver, run = command.run]
                          {

@@ -18,7 +18,7 @@ namespace sn::qt
 ImporterDialog::ImporterDialog(const ImporterRequest& request, QWidget* parent) : QDialog(parent), m_request(request)
 {
     setWindowTitle(tr("Import Audio Files"));
-    resize(760, 380);
+    resize(860, 380);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(tr("Import into: %1").arg(ToQt(request.destination)), this));
     if (!request.problem.empty())
@@ -31,8 +31,12 @@ ImporterDialog::ImporterDialog(const ImporterRequest& request, QWidget* parent) 
 
     m_files = new QTableWidget(0, 3, this);
     m_files->setHorizontalHeaderLabels({tr("File"), tr("Audio"), tr("Becomes")});
-    m_files->horizontalHeader()->setStretchLastSection(true);
+    m_files->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    m_files->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+    m_files->horizontalHeader()->setSectionResizeMode(2, QHeaderView::ResizeToContents);
     m_files->verticalHeader()->hide();
+    m_files->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    m_files->setWordWrap(false);
     m_files->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_files->setSelectionMode(QAbstractItemView::NoSelection);
     layout->addWidget(m_files, 1);
@@ -77,15 +81,17 @@ void ImporterDialog::Describe()
         auto* file = new QTableWidgetItem(QFileInfo(ToQt(row.file)).fileName());
         file->setToolTip(ToQt(row.file));
         m_files->setItem(r, 0, file);
-        m_files->setItem(r, 1, new QTableWidgetItem(ToQt(row.details)));
-        auto* becomes = new QTableWidgetItem(ToQt(row.becomes));
+        auto* details = new QTableWidgetItem(ToQt(row.details));
+        details->setToolTip(ToQt(row.details));
+        m_files->setItem(r, 1, details);
+        // What is wrong with a file is said beside it: the last column says only that it stays out.
+        auto* becomes = new QTableWidgetItem(row.usable ? ToQt(row.becomes) : tr("left out"));
         if (!row.usable)
             for (QTableWidgetItem* item : {file, becomes})
                 item->setForeground(QColor(0xc0, 0x39, 0x2b));
         m_files->setItem(r, 2, becomes);
         anyUsable = anyUsable || row.usable;
     }
-    m_files->resizeColumnsToContents();
     m_import->setEnabled(anyUsable && m_request.problem.empty());
 }
 

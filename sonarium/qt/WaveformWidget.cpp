@@ -10,7 +10,7 @@ namespace sn::qt
 {
 WaveformWidget::WaveformWidget(QWidget* parent) : QWidget(parent)
 {
-    setMinimumHeight(48);
+    setMinimumHeight(64);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -41,7 +41,8 @@ void WaveformWidget::paintEvent(QPaintEvent*)
     painter.fillRect(area, palette().color(QPalette::Base));
     if (!m_object)
         return;
-    const QColor ink = palette().color(QPalette::Highlight);
+    // A mid blue that reads on the light and the dark theme alike.
+    const QColor ink(0x2f, 0x7f, 0xd0);
     const double middle = area.height() / 2.0;
     painter.setPen(QPen(palette().color(QPalette::Mid), 1));
     painter.drawLine(QPointF(0, middle), QPointF(area.width(), middle));

@@ -18,7 +18,7 @@ public:
     // Reads what the object plays (a sound or a source); null shows nothing.
     void ShowObject(ProjectObject* object);
     const audio::SourceAudio& Audio() const { return m_audio; }
-    QSize sizeHint() const override { return {240, 72}; }
+    QSize sizeHint() const override { return {240, 80}; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -151,8 +151,16 @@ AudioData Synthesize(const std::wstring& name, int sampleRate)
     }
     const auto frames = static_cast<size_t>(seconds * rate);
     audio.samples.reserve(frames);
+    float loudest = 0;
     for (size_t i = 0; i < frames; ++i)
-        audio.samples.push_back(std::clamp(sample(static_cast<double>(i) / rate), -1.0f, 1.0f));
+    {
+        audio.samples.push_back(sample(static_cast<double>(i) / rate));
+        loudest = std::max(loudest, std::abs(audio.samples.back()));
+    }
+    // Every sound peaks at the same level, a little below full scale.
+    const float gain = loudest > 0 ? 0.8f / loudest : 1.0f;
+    for (float& value : audio.samples)
+        value = std::clamp(value * gain, -1.0f, 1.0f);
     return audio;
 }
 } // namespace sn::audio
