@@ -17,10 +17,13 @@ GUID CurrentPlatform()
     return ProjectManager::m_pInstance ? ProjectManager::m_pInstance->GetCurrentPlatform() : GUID_NULL;
 }
 
-// The state shared by every object, or 0 when they differ; the first object is read first.
+// The state shared by every object, or 0 when they differ; the first object is read first. The
+// menus ask only about a selection; an empty one has no state to show.
 template <class Query>
 unsigned int SharedState(const std::vector<IOrbObject*>& objects, Query query, unsigned int yes, unsigned int no)
 {
+    if (objects.empty())
+        return 0;
     const bool first = query(objects.front());
     for (IOrbObject* object : objects)
         if (query(object) != first)

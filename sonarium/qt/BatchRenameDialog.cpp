@@ -1,12 +1,12 @@
 #include "sonarium/qt/BatchRenameDialog.h"
 
 #include "sonarium/qt/QtText.h"
+#include "sonarium/qt/ToolTable.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -49,16 +49,7 @@ BatchRenameDialog::BatchRenameDialog(const BatchRenameRequest& request, QWidget*
     form->addRow(QString(), numbers);
     layout->addLayout(form);
 
-    m_preview = new QTableWidget(0, 3, this);
-    m_preview->setHorizontalHeaderLabels({tr("Name"), tr("New name"), tr("Note")});
-    m_preview->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    m_preview->horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
-    m_preview->horizontalHeader()->setSectionResizeMode(2, QHeaderView::Stretch);
-    m_preview->verticalHeader()->hide();
-    m_preview->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-    m_preview->setWordWrap(false);
-    m_preview->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_preview->setSelectionMode(QAbstractItemView::NoSelection);
+    m_preview = NewToolTable({tr("Name"), tr("New name"), tr("Note")}, 2, this);
     layout->addWidget(m_preview, 1);
 
     auto* buttons = new QDialogButtonBox(this);
@@ -100,15 +91,9 @@ void BatchRenameDialog::UpdatePreview()
     {
         const rename::BatchRenameRow& row = rows[i];
         const int r = static_cast<int>(i);
-        m_preview->setItem(r, 0, new QTableWidgetItem(ToQt(row.oldName)));
-        auto* name = new QTableWidgetItem(ToQt(row.newName));
-        auto* note = new QTableWidgetItem(ToQt(row.problem));
-        note->setToolTip(ToQt(row.problem));
-        if (!row.problem.empty())
-            for (QTableWidgetItem* item : {name, note})
-                item->setForeground(QColor(0xc0, 0x39, 0x2b));
-        m_preview->setItem(r, 1, name);
-        m_preview->setItem(r, 2, note);
+        m_preview->setItem(r, 0, ToolCell(ToQt(row.oldName)));
+        m_preview->setItem(r, 1, ToolCell(ToQt(row.newName), !row.problem.empty()));
+        m_preview->setItem(r, 2, ToolCell(ToQt(row.problem), true));
         anyChange = anyChange || (row.problem.empty() && row.newName != row.oldName);
     }
     m_rename->setEnabled(anyChange);

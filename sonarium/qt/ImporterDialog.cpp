@@ -1,12 +1,12 @@
 #include "sonarium/qt/ImporterDialog.h"
 
 #include "sonarium/qt/QtText.h"
+#include "sonarium/qt/ToolTable.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -29,16 +29,7 @@ ImporterDialog::ImporterDialog(const ImporterRequest& request, QWidget* parent) 
         layout->addWidget(problem);
     }
 
-    m_files = new QTableWidget(0, 3, this);
-    m_files->setHorizontalHeaderLabels({tr("File"), tr("Audio"), tr("Becomes")});
-    m_files->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    m_files->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
-    m_files->horizontalHeader()->setSectionResizeMode(2, QHeaderView::ResizeToContents);
-    m_files->verticalHeader()->hide();
-    m_files->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-    m_files->setWordWrap(false);
-    m_files->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_files->setSelectionMode(QAbstractItemView::NoSelection);
+    m_files = NewToolTable({tr("File"), tr("Audio"), tr("Becomes")}, 1, this);
     layout->addWidget(m_files, 1);
 
     auto* kind = new QHBoxLayout;
@@ -78,18 +69,12 @@ void ImporterDialog::Describe()
     {
         const ImporterRow& row = rows[i];
         const int r = static_cast<int>(i);
-        auto* file = new QTableWidgetItem(QFileInfo(ToQt(row.file)).fileName());
+        QTableWidgetItem* file = ToolCell(QFileInfo(ToQt(row.file)).fileName(), !row.usable);
         file->setToolTip(ToQt(row.file));
         m_files->setItem(r, 0, file);
-        auto* details = new QTableWidgetItem(ToQt(row.details));
-        details->setToolTip(ToQt(row.details));
-        m_files->setItem(r, 1, details);
+        m_files->setItem(r, 1, ToolCell(ToQt(row.details)));
         // What is wrong with a file is said beside it: the last column says only that it stays out.
-        auto* becomes = new QTableWidgetItem(row.usable ? ToQt(row.becomes) : tr("left out"));
-        if (!row.usable)
-            for (QTableWidgetItem* item : {file, becomes})
-                item->setForeground(QColor(0xc0, 0x39, 0x2b));
-        m_files->setItem(r, 2, becomes);
+        m_files->setItem(r, 2, ToolCell(row.usable ? ToQt(row.becomes) : tr("left out"), !row.usable));
         anyUsable = anyUsable || row.usable;
     }
     m_import->setEnabled(anyUsable && m_request.problem.empty());

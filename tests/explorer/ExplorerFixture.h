@@ -191,6 +191,18 @@ protected:
         view->GetTreeCtrl().Click(LabelCenter(view, Reveal(view, path)), keys);
     }
 
+    // A click on the first row, then Ctrl+clicks on the others, as a user picks several rows.
+    void SelectRows(DlgProjectExplorer* view, std::initializer_list<std::wstring> paths)
+    {
+        UINT keys = 0;
+        for (const std::wstring& path : paths)
+        {
+            ClickOn(view, path, keys);
+            keys = MK_CONTROL;
+        }
+        WindowSystem::Get().RunUntilIdle();
+    }
+
     CPoint LabelCenter(DlgProjectExplorer* view, HTREEITEM item)
     {
         CRect label;

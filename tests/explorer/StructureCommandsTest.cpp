@@ -46,16 +46,7 @@ protected:
         m_view = OpenView({OrbObjectCategories::AudioObjects});
     }
 
-    void Select(std::initializer_list<std::wstring> paths)
-    {
-        UINT keys = 0;
-        for (const std::wstring& path : paths)
-        {
-            ClickOn(m_view, path, keys);
-            keys = MK_CONTROL;
-        }
-        WindowSystem::Get().RunUntilIdle();
-    }
+    void Select(std::initializer_list<std::wstring> paths) { SelectRows(m_view, paths); }
 
     void Delete()
     {

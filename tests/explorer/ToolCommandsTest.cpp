@@ -37,9 +37,7 @@ protected:
     void SetUp() override
     {
         ExplorerTest::SetUp();
-        Open(kProject);
-        sn::StorageProblems problems;
-        ASSERT_TRUE(sn::SaveProjectAs(*HostRef().GetProject(), m_dir / "Project", problems));
+        OpenSaved(kProject);
         m_view = OpenView({OrbObjectCategories::AudioObjects, OrbObjectCategories::SoundBanks});
         sn::RegisterHostTools(HostRef().CommandRegistry(),
                               [this]

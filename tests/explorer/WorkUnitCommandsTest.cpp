@@ -32,21 +32,11 @@ protected:
     {
         ExplorerTest::SetUp();
         // A project that lives in a folder: what is unloaded waits in its file.
-        Open(kProject);
-        sn::StorageProblems problems;
-        ASSERT_TRUE(sn::SaveProjectAs(*HostRef().GetProject(), m_dir / "Project", problems));
+        OpenSaved(kProject);
         m_view = OpenView({OrbObjectCategories::AudioObjects});
     }
 
-    void Select(std::initializer_list<std::wstring> paths)
-    {
-        UINT keys = 0;
-        for (const std::wstring& path : paths)
-        {
-            ClickOn(m_view, path, keys);
-            keys = MK_CONTROL;
-        }
-    }
+    void Select(std::initializer_list<std::wstring> paths) { SelectRows(m_view, paths); }
 
     bool Loaded(const std::wstring& path) { return At(path)->IsLoaded(); }
     long long Lock() { return GlobalPropMgr::m_pInstance->Prop(sn::propLockUIUpdate, 3, 1).GetInt(); }

@@ -29,6 +29,16 @@ std::wstring Text(const wchar_t* english)
     return StringHelp::Localize(english).c_str();
 }
 
+// libsndfile's own name of a format or encoding, for those without a short name of ours.
+std::wstring LibraryName(int format, const wchar_t* unknown)
+{
+    SF_FORMAT_INFO info{};
+    info.format = format;
+    if (sf_command(nullptr, SFC_GET_FORMAT_INFO, &info, sizeof info) == 0 && info.name)
+        return Utf8::ToWide(info.name);
+    return unknown;
+}
+
 std::wstring MajorName(int format)
 {
     switch (format & SF_FORMAT_TYPEMASK)
@@ -49,13 +59,7 @@ std::wstring MajorName(int format)
     case SF_FORMAT_CAF:
         return L"CAF";
     default:
-    {
-        SF_FORMAT_INFO info{};
-        info.format = format & SF_FORMAT_TYPEMASK;
-        if (sf_command(nullptr, SFC_GET_FORMAT_INFO, &info, sizeof info) == 0 && info.name)
-            return Utf8::ToWide(info.name);
-        return L"audio";
-    }
+        return LibraryName(format & SF_FORMAT_TYPEMASK, L"audio");
     }
 }
 
@@ -79,13 +83,7 @@ std::wstring SubtypeName(int format)
     case SF_FORMAT_VORBIS:
         return L"Vorbis";
     default:
-    {
-        SF_FORMAT_INFO info{};
-        info.format = format & SF_FORMAT_SUBMASK;
-        if (sf_command(nullptr, SFC_GET_FORMAT_INFO, &info, sizeof info) == 0 && info.name)
-            return Utf8::ToWide(info.name);
-        return {};
-    }
+        return LibraryName(format & SF_FORMAT_SUBMASK, L"");
     }
 }
 

@@ -39,9 +39,7 @@ protected:
     void SetUp() override
     {
         HostTest::SetUp();
-        Open(kProject);
-        StorageProblems problems;
-        ASSERT_TRUE(SaveProjectAs(*HostRef().GetProject(), m_dir / "Project", problems));
+        OpenSaved(kProject);
     }
 
     std::wstring Tone(const std::string& name)

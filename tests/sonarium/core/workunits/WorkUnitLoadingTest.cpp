@@ -52,9 +52,7 @@ protected:
     void SetUp() override
     {
         HostTest::SetUp();
-        Open(kProject);
-        StorageProblems problems;
-        ASSERT_TRUE(SaveProjectAs(*HostRef().GetProject(), m_dir / "Project", problems));
+        OpenSaved(kProject);
     }
 
     WorkUnitObject* Unit(const std::wstring& path) { return dynamic_cast<WorkUnitObject*>(At(path)); }
