@@ -23,6 +23,7 @@ public:
     DlgProjectExplorer& View() { return *m_view; }
     PETreeCtrl& Tree() { return m_view->GetTreeCtrl(); }
     size_t ObjectCount() const { return m_objectCount; }
+    sn::Host& HostRef() { return *m_host; }
 
     // Marks nodes expanded, breadth first from the roots, until about `shown` nodes would be
     // shown; returns the number of nodes marked.

@@ -115,8 +115,25 @@ public:
     // Creation (the toolbar and the context menu).
     void AddNode(PMTreeNode::NodeType type, bool parent);
 
-    // Commands on the selection.
-    void Expand(bool expand, bool allDescendants);
+    // Structure commands on the selection, reached from the context menu and the host's menus.
+    void Expand(bool expand, bool recursive);
+    void OnExpandDescendants();
+    void OnCollapseDescendants();
+    // Inclusion of the selection on the current platform: a command identifier of the context
+    // menu for all included or excluded (all linked or unlinked), 0 for a mixed selection.
+    unsigned int IsIncluded();
+    unsigned int IsInclusionLinked();
+    void CheckSelectedNode(bool include);
+    void LinkInclusionInSelectedNode(bool link);
+    void SetNodeInclusion(PMTreeNode* node, bool include);
+    void OnCheckSelection();
+    void OnUncheckSelection();
+    void OnLinkInclusion();
+    void OnUnLinkInclusion();
+    void OnEnableWorkUnit();
+    void OnBatchRename();
+    void OnAudioFileImporter();
+    void OnImportSoundbankDefinition();
 
     PETreeCtrl& GetTreeCtrl() { return m_tree; }
 

@@ -67,3 +67,26 @@ class GlobalPropMgr
 public:
     static CProp* m_pInstance; // the global property set; null outside a running host
 };
+
+// Raises an integer global property by one for the guard's lifetime and lowers it on every way
+// out: "LockUIUpdate" around an operation that changes many objects, so that views rebuild once.
+class ScopedGlobalPropRaise
+{
+public:
+    explicit ScopedGlobalPropRaise(ROString const& name)
+        : m_prop(GlobalPropMgr::m_pInstance ? &GlobalPropMgr::m_pInstance->Prop(name, 3, 1) : nullptr)
+    {
+        if (m_prop)
+            *m_prop = m_prop->GetInt() + 1;
+    }
+    ~ScopedGlobalPropRaise()
+    {
+        if (m_prop)
+            *m_prop = m_prop->GetInt() - 1;
+    }
+    ScopedGlobalPropRaise(const ScopedGlobalPropRaise&) = delete;
+    ScopedGlobalPropRaise& operator=(const ScopedGlobalPropRaise&) = delete;
+
+private:
+    CProp* m_prop;
+};

@@ -20,4 +20,17 @@ constexpr UINT ForwardedKey = WM_APP + 0x36;
 // A view asks the main window whether it may drive the primary transport (wParam: the view's
 // window); 0 means no.
 constexpr UINT MayDriveTransport = WM_APP + 0x33;
+// A view tells the main window that what the project holds changed under it (work units were
+// loaded): wParam MainWindowRefreshViews, lParam points to a MainWindowRefreshRecord.
+constexpr UINT MainWindowCommand = WM_APP + 0x37;
+constexpr WPARAM MainWindowRefreshViews = 58;
+
+// Which of the main window's views to refresh: -1 for all of them, and why (2: work units loaded).
+struct MainWindowRefreshRecord
+{
+    long long firstView;
+    int reason;
+    long long lastView;
+};
+constexpr int RefreshReasonWorkUnitsLoaded = 2;
 } // namespace HostMessages

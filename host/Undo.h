@@ -10,7 +10,8 @@ public:
     virtual CStdStr<wchar_t> GetName() const = 0;
 };
 
-// A compound step named after its first sub-event.
+// A compound step named after its first sub-event: the undo system fills the name when the
+// step closes.
 class ComplexUndoWithFirstEventName : public IComplexUndoEvent
 {
 public:
@@ -48,7 +49,8 @@ public:
     AutoComplexUndo(const AutoComplexUndo&) = delete;
     AutoComplexUndo& operator=(const AutoComplexUndo&) = delete;
 
-    // Opens the step on a given compound event, which names it when it closes.
+    // Opens the step on a compound event made with new, which names it when it closes; the undo
+    // system owns the event from then on.
     void Open(IComplexUndoEvent* event);
 
 private:

@@ -57,3 +57,31 @@ const std::vector<CWinApp*>& CWinApp::Instances()
 {
     return Apps();
 }
+
+namespace
+{
+AFX_MODULE_STATE g_hostState;
+AFX_MODULE_STATE* g_currentState = &g_hostState;
+} // namespace
+
+AFX_MODULE_STATE* AfxGetModuleState()
+{
+    return g_currentState;
+}
+
+HINSTANCE AfxGetResourceHandle()
+{
+    return g_currentState->m_hCurrentResourceHandle;
+}
+
+AFX_MAINTAIN_STATE2::AFX_MAINTAIN_STATE2(AFX_MODULE_STATE* state) : m_previous(g_currentState)
+{
+    if (state)
+        g_currentState = state;
+}
+
+AFX_MAINTAIN_STATE2::~AFX_MAINTAIN_STATE2()
+{
+    g_currentState = m_previous;
+}
+

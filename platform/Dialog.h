@@ -58,3 +58,31 @@ public:
     // Names the module the application object belongs to.
     HINSTANCE m_hInstance;
 };
+
+// Whose resources are in use. Code that the host calls in a module switches to the module's own
+// state for its duration (AFX_MANAGE_STATE), and the caller's state comes back when it returns.
+struct AFX_MODULE_STATE
+{
+    HINSTANCE m_hCurrentResourceHandle = nullptr;
+};
+
+// The state in use now, and its resource handle (null: the host's own).
+AFX_MODULE_STATE* AfxGetModuleState();
+HINSTANCE AfxGetResourceHandle();
+// The state of the module that calls it: each module defines its own.
+AFX_MODULE_STATE* AfxGetStaticModuleState();
+
+class AFX_MAINTAIN_STATE2
+{
+public:
+    explicit AFX_MAINTAIN_STATE2(AFX_MODULE_STATE* state);
+    ~AFX_MAINTAIN_STATE2();
+    AFX_MAINTAIN_STATE2(const AFX_MAINTAIN_STATE2&) = delete;
+    AFX_MAINTAIN_STATE2& operator=(const AFX_MAINTAIN_STATE2&) = delete;
+
+private:
+    AFX_MODULE_STATE* m_previous;
+};
+
+#define AFX_MANAGE_STATE(p) AFX_MAINTAIN_STATE2 _ctlState(p)
+

@@ -3,7 +3,7 @@
 
 #include "explorer/DlgProjectExplorer.h"
 
-void DlgProjectExplorer::Expand(bool expand, bool allDescendants)
+void DlgProjectExplorer::Expand(bool expand, bool recursive)
 {
     std::vector<PMTreeNode*> nodes;
     GetSelectedNodeList(nodes);
@@ -17,22 +17,34 @@ void DlgProjectExplorer::Expand(bool expand, bool allDescendants)
                 continue;
             node->IsExpanded(true);
             node->Refresh(true, childrenChanged);
-            if (allDescendants)
+            if (recursive)
                 node->SetExpandedForAllChildren(true);
         }
     }
     else
     {
+        // Mirrored: from the last selected node up, the descendants before the node itself.
         for (auto it = nodes.rbegin(); it != nodes.rend(); ++it)
         {
             if (!*it)
                 continue;
-            if (allDescendants)
+            if (recursive)
                 (*it)->SetExpandedForAllChildren(false);
             (*it)->IsExpanded(false);
             (*it)->Refresh(true, childrenChanged);
         }
     }
+    // Every item again from the root nodes, the focus on the first selected row.
     FillTreeView();
     EndUpdate();
+}
+
+void DlgProjectExplorer::OnExpandDescendants()
+{
+    Expand(true, true);
+}
+
+void DlgProjectExplorer::OnCollapseDescendants()
+{
+    Expand(false, true);
 }

@@ -3,6 +3,7 @@
 #include "host/HostMessages.h"
 #include "sonarium/core/host/Theme.h"
 #include "sonarium/qt/DesktopSettings.h"
+#include "sonarium/qt/ExplorerMenu.h"
 #include "sonarium/qt/MainWindow.h"
 #include "sonarium/qt/PaneWidget.h"
 #include "sonarium/qt/PreferencesDialog.h"
@@ -62,6 +63,8 @@ void MainWindow::BuildMenus()
                                [this] { SendToActiveView(HostMessages::DeleteObject); });
     m_rename = edit->addAction(tr("Re&name"), QKeySequence(Qt::Key_F2), this,
                                [this] { SendToActiveView(HostMessages::RenameObject); });
+
+    AddObjectsMenu(*menuBar(), m_session, m_driver, this);
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
     view->addAction(tr("New Explorer &Pane..."), this, &MainWindow::ChooseNewPane);

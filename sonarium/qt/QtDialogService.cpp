@@ -1,10 +1,14 @@
 #include "sonarium/qt/QtDialogService.h"
 
 #include "host/StringHelp.h"
+#include "sonarium/qt/BatchRenameDialog.h"
+#include "sonarium/qt/ImporterDialog.h"
 #include "sonarium/qt/QtText.h"
 #include "sonarium/ui/dialogs/MessageBoxButtons.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
+#include <QProgressDialog>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -190,5 +194,68 @@ FileAnswer QtDialogService::ShowFileDialog(const FileRequest& request)
             answer.paths.push_back(FromQt(path));
     answer.ok = answer.ok && !answer.paths.empty();
     return answer;
+}
+
+QtDialogService::QtDialogService(QWidget* parent) : m_parent(parent)
+{
+}
+
+QtDialogService::~QtDialogService() = default;
+
+ImporterAnswer QtDialogService::ShowImporter(const ImporterRequest& request)
+{
+    ImporterDialog dialog(request, m_parent);
+    dialog.exec();
+    return dialog.Answer();
+}
+
+BatchRenameAnswer QtDialogService::ShowBatchRename(const BatchRenameRequest& request)
+{
+    BatchRenameDialog dialog(request, m_parent);
+    BatchRenameAnswer answer;
+    answer.ok = dialog.exec() == QDialog::Accepted;
+    answer.rule = dialog.Rule();
+    return answer;
+}
+
+void QtDialogService::BeginProgress(const ProgressRequest& request)
+{
+    m_progressCaption = ToQt(request.caption);
+    m_progress = std::make_unique<QProgressDialog>(ToQt(request.text), Localized(L"Cancel"), 0,
+                                                   static_cast<int>(request.steps), m_parent);
+    m_progress->setWindowTitle(m_progressCaption);
+    m_progress->setWindowModality(Qt::WindowModal);
+    // A short operation finishes before the dialog would show.
+    m_progress->setMinimumDuration(500);
+    m_progress->setValue(0);
+}
+
+bool QtDialogService::StepProgress(size_t done, const std::wstring& item)
+{
+    if (!m_progress)
+        return true;
+    m_progress->setLabelText(ToQt(item));
+    m_progress->setValue(static_cast<int>(done));
+    // Cancel must be pressable while the work goes on.
+    QCoreApplication::processEvents();
+    return !m_progress->wasCanceled();
+}
+
+void QtDialogService::EndProgress(const std::vector<std::wstring>& problems)
+{
+    if (m_progress)
+    {
+        m_progress->setValue(m_progress->maximum());
+        m_progress.reset();
+    }
+    if (problems.empty())
+        return;
+    QStringList lines;
+    for (const std::wstring& problem : problems)
+        lines << ToQt(problem);
+    QMessageBox box(QMessageBox::Warning, m_progressCaption, Localized(L"Some steps could not be done:"),
+                    QMessageBox::Ok, m_parent);
+    box.setInformativeText(lines.join(QLatin1Char('\n')));
+    box.exec();
 }
 } // namespace sn::qt

@@ -3,6 +3,8 @@
 #include "sonarium/app/session/AppSession.h"
 #include "sonarium/qt/QtText.h"
 #include "sonarium/qt/QtWindowSystemDriver.h"
+#include "sonarium/qt/WaveformWidget.h"
+#include "sonarium/core/host/ProjectBuilder.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -55,6 +57,9 @@ SidePanels::SidePanels(AppSession& session, QtWindowSystemDriver& driver, QWidge
     connect(m_stop, &QPushButton::clicked, this, [this] { SetPlayback(false); });
 
     m_inspector = AddList(*layout, tr("Property Inspector"), this);
+    // The audio of the inspected sound, under its properties.
+    m_waveform = new WaveformWidget(this);
+    layout->addWidget(m_waveform);
     m_eventViewer = AddList(*layout, tr("Event Viewer"), this);
     Refresh();
 }
@@ -75,6 +80,11 @@ void SidePanels::Refresh()
     m_play->setEnabled(!playing && !object.empty());
     m_stop->setEnabled(playing);
     Fill(*m_inspector, recorder.Inspected());
+    Project* project = m_session.GetProject();
+    ProjectObject* inspected =
+        project && !recorder.Inspected().empty() ? FindByPath(*project, recorder.Inspected().front()) : nullptr;
+    m_waveform->ShowObject(inspected && audio::PlayedSource(inspected) ? inspected : nullptr);
+    m_waveform->setVisible(m_waveform->Audio().source != nullptr);
     Fill(*m_eventViewer, recorder.EventViewer());
 }
 } // namespace sn::qt

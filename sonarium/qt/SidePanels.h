@@ -17,6 +17,8 @@ namespace sn::qt
 {
 class QtWindowSystemDriver;
 
+class WaveformWidget;
+
 class SidePanels : public QWidget
 {
     Q_OBJECT
@@ -28,6 +30,7 @@ public:
     QListWidget* Inspector() const { return m_inspector; }
     QListWidget* EventViewer() const { return m_eventViewer; }
     QLabel* TransportObject() const { return m_transportObject; }
+    WaveformWidget* Waveform() const { return m_waveform; }
 
 private:
     void SetPlayback(bool playing);
@@ -39,5 +42,6 @@ private:
     QPushButton* m_stop = nullptr;
     QListWidget* m_inspector = nullptr;
     QListWidget* m_eventViewer = nullptr;
+    WaveformWidget* m_waveform = nullptr;
 };
 } // namespace sn::qt

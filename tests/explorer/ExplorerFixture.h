@@ -18,16 +18,20 @@
 #include <string>
 #include <vector>
 
-// The host's main window: it lets every view drive the transport unless told otherwise.
+// The host's main window: it lets every view drive the transport unless told otherwise, and
+// remembers what views asked it to refresh.
 class TestMainWindow : public CWnd
 {
 public:
     bool allowTransport = true;
+    std::vector<HostMessages::MainWindowRefreshRecord> refreshes;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
         if (message == HostMessages::MayDriveTransport)
             return allowTransport ? 1 : 0;
+        if (message == HostMessages::MainWindowCommand && wParam == HostMessages::MainWindowRefreshViews)
+            refreshes.push_back(*reinterpret_cast<const HostMessages::MainWindowRefreshRecord*>(lParam));
         return CWnd::WindowProc(message, wParam, lParam);
     }
 };
@@ -185,6 +189,18 @@ protected:
     void ClickOn(DlgProjectExplorer* view, const std::wstring& path, UINT keys = 0)
     {
         view->GetTreeCtrl().Click(LabelCenter(view, Reveal(view, path)), keys);
+    }
+
+    // A click on the first row, then Ctrl+clicks on the others, as a user picks several rows.
+    void SelectRows(DlgProjectExplorer* view, std::initializer_list<std::wstring> paths)
+    {
+        UINT keys = 0;
+        for (const std::wstring& path : paths)
+        {
+            ClickOn(view, path, keys);
+            keys = MK_CONTROL;
+        }
+        WindowSystem::Get().RunUntilIdle();
     }
 
     CPoint LabelCenter(DlgProjectExplorer* view, HTREEITEM item)

@@ -6,6 +6,7 @@
 #include "platform/WindowSystem.h"
 #include "sonarium/core/host/Host.h"
 #include "sonarium/core/host/ProjectBuilder.h"
+#include "sonarium/core/storage/ProjectStorage.h"
 
 #include <gtest/gtest.h>
 
@@ -44,6 +45,16 @@ protected:
         EXPECT_TRUE(project) << std::string(error.begin(), error.end());
         m_host->SetProject(std::move(project));
         return *m_host->GetProject();
+    }
+
+    // The same, saved into a folder of the test's own: what needs files on disk (work units to
+    // unload, audio to import) has them.
+    sn::Project& OpenSaved(const std::wstring& text)
+    {
+        sn::Project& project = Open(text);
+        sn::StorageProblems problems;
+        EXPECT_TRUE(sn::SaveProjectAs(project, m_dir / "Project", problems));
+        return project;
     }
 
     sn::ProjectObject* At(const std::wstring& path)

@@ -140,6 +140,8 @@ bool ScriptRunner::Key(Words const& given, std::wstring& error)
 bool ScriptRunner::Answer(Words const& words, std::wstring& error)
 {
     const std::wstring kind = words.size() > 1 ? words[1] : L"";
+    if (kind == L"importer" || kind == L"batch-rename" || kind == L"progress")
+        return AnswerTool(words, error);
     static const std::map<std::wstring, size_t> k_mostWords = {
         {L"message", 4}, {L"name", 3}, {L"name-cancel", 2}, {L"unload", 3}, {L"file-cancel", 2}, {L"changed", 3},
     };
@@ -191,7 +193,8 @@ bool ScriptRunner::Answer(Words const& words, std::wstring& error)
     else
         return Fail(error,
                     L"usage: answer message BUTTON [ticked] | name TEXT | name-cancel | unload DECISION | "
-                    L"file PATH... | file-cancel | changed overwrite|keep|reload");
+                    L"file PATH... | file-cancel | changed overwrite|keep|reload | importer ... | batch-rename ... | "
+                    L"progress cancel STEPS");
     return true;
 }
 
@@ -326,6 +329,8 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
 bool ScriptRunner::Print(Words const& words, std::wstring& error)
 {
     const std::wstring what = words.size() > 1 ? words[1] : L"";
+    if (what == L"object")
+        return PrintObject(words, error);
     static const std::map<std::wstring, size_t> k_mostWords = {
         {L"tree", 3}, {L"selection", 3}, {L"notifications", 2}, {L"dialogs", 2}, {L"menus", 2}, {L"drops", 2},
     };
@@ -365,6 +370,7 @@ bool ScriptRunner::Print(Words const& words, std::wstring& error)
         return true;
     }
     return Fail(error,
-                L"usage: print tree [PANE] | selection [PANE] | notifications | dialogs | menus | drops");
+                L"usage: print tree [PANE] | selection [PANE] | notifications | dialogs | menus | drops | "
+                L"object PATH");
 }
 } // namespace sn

@@ -224,6 +224,7 @@ void ScriptRunner::AddCommands()
         return true;
     };
     m_commands[L"send"] = [this](Words const& words, std::wstring& error) { return Send(words, error); };
+    m_commands[L"command"] = [this](Words const& words, std::wstring& error) { return Command(words, error); };
     m_commands[L"host"] = [this](Words const& words, std::wstring& error) { return HostEdit(words, error); };
     m_commands[L"print"] = [this](Words const& words, std::wstring& error) { return Print(words, error); };
 }

@@ -41,6 +41,11 @@ private:
     bool HostEdit(Words const& words, std::wstring& error);
     bool Print(Words const& words, std::wstring& error);
     bool OpenPane(Words const& words, std::wstring& error);
+    // ScriptStructure.cpp: the explorer's structure commands, the answers of the host's tools,
+    // and the state of one object.
+    bool Command(Words const& words, std::wstring& error);
+    bool AnswerTool(Words const& words, std::wstring& error);
+    bool PrintObject(Words const& words, std::wstring& error);
     // ScriptDrags.cpp: files dropped from a file manager, rows dragged onto rows.
     bool DropFiles(Words const& words, std::wstring& error);
     bool Drag(Words const& words, std::wstring& error);

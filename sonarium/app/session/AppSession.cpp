@@ -5,6 +5,7 @@
 #include "platform/WindowSystem.h"
 #include "sonarium/core/storage/ProjectStorage.h"
 #include "sonarium/ui/dialogs/ChangedFileDlg.h"
+#include "sonarium/ui/dialogs/HostTools.h"
 
 namespace sn
 {
@@ -33,6 +34,13 @@ LRESULT AppMainWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         CWnd* view = CWnd::FromHandle(reinterpret_cast<HWND>(wParam));
         return view && IsChild(view) && view->IsWindowVisible() ? 1 : 0;
     }
+    if (message == HostMessages::MainWindowCommand && wParam == HostMessages::MainWindowRefreshViews)
+    {
+        const auto* record = reinterpret_cast<const HostMessages::MainWindowRefreshRecord*>(lParam);
+        if (record && m_onRefreshViews)
+            m_onRefreshViews(m_refreshContext);
+        return 0;
+    }
     return CWnd::WindowProc(message, wParam, lParam);
 }
 
@@ -42,6 +50,23 @@ AppSession::AppSession(HostOptions options) : m_host(std::make_unique<Host>(std:
     m_host->SetMainWnd(&m_main);
     m_recorder = std::make_unique<HostRecorder>();
     m_reports = std::make_unique<HostReports>(m_host->Preferences());
+    m_main.m_refreshContext = this;
+    m_main.m_onRefreshViews = [](void* context)
+    { static_cast<AppSession*>(context)->Recorder().Note(L"main window: views refreshed (work units loaded)"); };
+    RegisterHostTools(m_host->CommandRegistry(), [this] { return HostSelection(); });
+    // The explorer's expand commands by the names its menu shows for them.
+    m_host->CommandRegistry().Register(ROString("ViewProject ExplorerExpandDescendants"),
+                                       [this](uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t)
+                                       {
+                                           Pane* pane = ActivePane();
+                                           return pane && (pane->view->Expand(true, true), true);
+                                       });
+    m_host->CommandRegistry().Register(ROString("ViewProject ExplorerCollapseDescendants"),
+                                       [this](uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t)
+                                       {
+                                           Pane* pane = ActivePane();
+                                           return pane && (pane->view->Expand(false, true), true);
+                                       });
 }
 
 AppSession::~AppSession()
@@ -188,6 +213,14 @@ Pane* AppSession::ActivePane()
         if (focus && (focus == pane.view || pane.view->IsChild(focus)))
             return &pane;
     return m_panes.empty() ? nullptr : &m_panes.front();
+}
+
+std::vector<IOrbObject*> AppSession::HostSelection()
+{
+    std::vector<IOrbObject*> objects;
+    if (Pane* pane = ActivePane())
+        pane->view->GetSelectedObjects(objects);
+    return objects;
 }
 
 void AppSession::Pump()

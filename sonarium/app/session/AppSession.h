@@ -32,6 +32,10 @@ class AppMainWindow : public CWnd
 public:
     // Only visible views drive the transport; a closed one never does.
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+    // Called when a view asks the main window to refresh its views (work units were loaded).
+    void (*m_onRefreshViews)(void* context) = nullptr;
+    void* m_refreshContext = nullptr;
 };
 
 struct Pane
@@ -80,6 +84,8 @@ public:
 
     // Runs posted messages and due timers until nothing is left.
     void Pump();
+    // The objects selected in the active pane: the host's selection, which its tools act on.
+    std::vector<IOrbObject*> HostSelection();
 
 private:
     std::vector<PaneDefinition> ClosePanesKeepingLayout();

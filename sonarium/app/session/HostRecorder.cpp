@@ -2,6 +2,7 @@
 
 #include "host/OrbObjNotify.h"
 #include "host/Utf8.h"
+#include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectObject.h"
@@ -37,16 +38,7 @@ std::wstring Joined(std::vector<std::wstring> const& parts)
 std::wstring ObjectPath(IOrbObject const* object)
 {
     auto const* model = dynamic_cast<ProjectObject const*>(object);
-    if (!model)
-        return L"?";
-    std::wstring path;
-    for (ProjectObject const* at = model; at; at = at->Parent())
-    {
-        const std::wstring part = at->Parent() ? std::wstring(at->GetName().c_str())
-                                               : Utf8::ToWide(rules::CategoryKey(at->GetCategory()));
-        path = path.empty() ? part : part + L"/" + path;
-    }
-    return path;
+    return model ? PathOf(*model) : L"?";
 }
 
 HostRecorder::HostRecorder()

@@ -25,6 +25,8 @@ public:
     // Work Unit/Rain" or "transport: disabled".
     std::vector<std::wstring> const& Lines() const { return m_lines; }
     void Clear() { m_lines.clear(); }
+    // A line about something the host did itself, such as its main window refreshing.
+    void Note(std::wstring line) { Add(std::move(line)); }
 
     // The latest state of each pane.
     std::vector<std::wstring> const& EventViewer() const { return m_eventViewer; }

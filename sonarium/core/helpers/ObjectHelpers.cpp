@@ -2,7 +2,11 @@
 
 #include "host/OrbObjectHelpers.h"
 
+#include "host/PMTreeNode.h"
 #include "host/ProjectManager.h"
+
+#include <algorithm>
+#include <unordered_set>
 
 namespace
 {
@@ -26,5 +30,18 @@ bool CanDelete(const IOrbObject* object)
 bool CanRename(const IOrbObject* object)
 {
     return object && object->GetObjectType() != OrbObjectType_Platform && !IsTopWorkUnit(object);
+}
+
+void RemoveAllChildObjectsFromList(std::vector<PMTreeNode*>& nodes)
+{
+    const std::unordered_set<const PMTreeNode*> listed(nodes.begin(), nodes.end());
+    auto hasListedAncestor = [&](const PMTreeNode* node)
+    {
+        for (const PMTreeNode* up = node ? node->Parent() : nullptr; up; up = up->Parent())
+            if (listed.count(up))
+                return true;
+        return false;
+    };
+    std::erase_if(nodes, hasListedAncestor);
 }
 } // namespace OrbObjectHelpers

@@ -216,4 +216,16 @@ ProjectObject* FindByPath(const Project& project, const std::wstring& path)
     }
     return object;
 }
+
+std::wstring PathOf(const ProjectObject& object)
+{
+    std::wstring path;
+    for (const ProjectObject* at = &object; at; at = at->Parent())
+    {
+        const std::wstring part = at->Parent() ? std::wstring(at->GetName().c_str())
+                                               : Utf8::ToWide(rules::CategoryKey(at->GetCategory()));
+        path = path.empty() ? part : part + L"/" + path;
+    }
+    return path;
+}
 } // namespace sn

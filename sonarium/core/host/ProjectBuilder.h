@@ -38,4 +38,6 @@ public:
 
 // The object at a path of names from a category key: "AudioObjects/Default Work Unit/Rain".
 ProjectObject* FindByPath(const Project& project, const std::wstring& path);
+// The path FindByPath takes back to the object.
+std::wstring PathOf(const ProjectObject& object);
 } // namespace sn

@@ -1,8 +1,12 @@
 #include "sonarium/core/host/ProjectManagerImpl.h"
 
+#include "host/Utf8.h"
 #include "sonarium/core/host/Host.h"
+#include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/storage/ProjectStorage.h"
+#include "sonarium/core/storage/StorageState.h"
 
 ProjectManager* ProjectManager::m_pInstance = nullptr;
 
@@ -47,5 +51,19 @@ bool ProjectManagerImpl::AddToDefaultWorkUnit(IOrbObject* object)
             return ProjectEdit::Adopt(model, unit);
         }
     return false;
+}
+
+GUID ProjectManagerImpl::GetCurrentPlatform() const
+{
+    return m_host.GetProject() ? CurrentPlatform() : GUID_NULL;
+}
+
+CStdStr<wchar_t> ProjectManagerImpl::GetProjectPath() const
+{
+    const Project* project = m_host.GetProject();
+    if (!project || project->GetFolder().empty())
+        return {};
+    const std::filesystem::path& file = StorageStateOf(*project).projectFile;
+    return Utf8::ToWide((file.empty() ? ProjectFilePath(*project, project->GetFolder()) : file).string());
 }
 } // namespace sn

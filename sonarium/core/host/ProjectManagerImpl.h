@@ -16,7 +16,20 @@ public:
     bool GetTopWorkUnit(IOrbObject* object, CSmartPtr<IOrbWorkUnit>& out) const override;
     bool AddToDefaultWorkUnit(IOrbObject* object) override;
 
+    GUID GetCurrentPlatform() const override;
+    CStdStr<wchar_t> GetProjectPath() const override;
+    // workunits/WorkUnitLoading.cpp: saving, loading and unloading as the user asks.
+    ProjectManagerResult SaveProject(std::map<CStdStr<wchar_t>, ProjectManagerResult>& results,
+                                     const std::set<CStdStr<wchar_t>, sn::NoCaseStringComp>& names) override;
+    PersistResult::PersistResult UserLoadWorkUnits(const std::vector<OrbObjectSmartPtr>& units,
+                                                   IProjectLoadProgress* progress) override;
+    PersistResult::PersistResult UserUnloadWorkUnits(const std::vector<OrbObjectSmartPtr>& units,
+                                                     IProjectLoadProgress* progress) override;
+
 private:
+    PersistResult::PersistResult Persist(const std::vector<OrbObjectSmartPtr>& units, IProjectLoadProgress* progress,
+                                         bool load);
+
     Host& m_host;
 };
 } // namespace sn

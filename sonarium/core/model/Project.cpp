@@ -51,6 +51,7 @@ void Project::Index(ProjectObject* object)
 {
     object->Attach(this);
     m_index.Insert(object);
+    m_references.AddObject(object);
     for (const CSmartPtr<ProjectObject>& child : object->Children())
         Index(child.Get());
 }
@@ -60,7 +61,10 @@ void Project::Unindex(ProjectObject* object)
     for (const CSmartPtr<ProjectObject>& child : object->Children())
         Unindex(child.Get());
     if (Find(object->Id()) == object)
+    {
+        m_references.RemoveObject(object);
         m_index.Erase(object->Id());
+    }
 }
 
 namespace

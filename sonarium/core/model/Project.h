@@ -4,6 +4,7 @@
 
 #include "host/GuidTable.h"
 #include "sonarium/core/model/ProjectObject.h"
+#include "sonarium/core/model/ReferenceIndex.h"
 
 #include <filesystem>
 #include <random>
@@ -46,6 +47,9 @@ public:
     // Keeps the index in step with objects entering and leaving the hierarchy.
     void Index(ProjectObject* object);
     void Unindex(ProjectObject* object);
+    // Who refers to which object, among the objects in the hierarchy.
+    ReferenceIndex& References() { return m_references; }
+    const ReferenceIndex& References() const { return m_references; }
 
     std::vector<Platform>& Platforms() { return m_platforms; }
     const std::vector<Platform>& Platforms() const { return m_platforms; }
@@ -72,6 +76,7 @@ private:
     std::filesystem::path m_folder;
     std::vector<CSmartPtr<WorkUnitObject>> m_roots;
     GuidTable<ProjectObject*, IndexTraits> m_index;
+    ReferenceIndex m_references;
     std::vector<Platform> m_platforms;
     std::vector<Language> m_languages;
     unsigned long m_referenceLanguage = 0;

@@ -52,6 +52,9 @@ public:
         if (Project* project = m_parent->GetProject())
             project->Index(m_child.Get());
         Touch();
+        // A work unit new to its place has a file to write.
+        if (m_child->GetNodeType() == PMTreeNode::WorkUnit)
+            MarkDirty(m_child.Get());
         notify::Object(notify::evChildAdded, m_parent.Get());
     }
     void Remove()

@@ -223,6 +223,8 @@ void ProjectObject::RawSetIncludedOn(PlatformInclusion included)
 
 void ProjectObject::RawSetProperty(const std::string& key, std::wstring value)
 {
+    if (IsInProject())
+        m_project->References().ChangeProperty(this, key, GetProperty(key), value);
     if (value.empty())
     {
         if (m_extras)

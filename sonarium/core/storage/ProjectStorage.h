@@ -16,6 +16,8 @@ namespace sn
 {
 inline constexpr const char* kProjectFileExtension = ".sonproj";
 inline constexpr const char* kWorkUnitFileExtension = ".swu";
+// The folder of the project's original audio files, which sources name their files from.
+inline constexpr const char* kOriginalsFolder = "Originals";
 
 struct OpenResult
 {
@@ -61,7 +63,8 @@ struct SaveOptions
 
 // Writes the project file and the work units that changed; false when anything failed.
 bool SaveProject(Project& project, StorageProblems& problems, const SaveOptions& options = {});
-// Writes the whole project into folder, which becomes the project's folder on success.
+// Writes the whole project into folder, which becomes the project's folder on success; the
+// original audio files go along.
 bool SaveProjectAs(Project& project, const std::filesystem::path& folder, StorageProblems& problems);
 
 // Reads an unloaded work unit's objects back from its file.

@@ -421,6 +421,20 @@ bool SaveProjectAs(Project& project, const fs::path& folder, StorageProblems& pr
     Saver saver(project, folder, std::move(state), true, problems);
     if (!saver.Run())
         return false;
+    // Sources name their audio files from the project's folder: the originals go along.
+    std::error_code ec;
+    const fs::path originals = project.GetFolder() / kOriginalsFolder;
+    if (!project.GetFolder().empty() && fs::is_directory(originals, ec) &&
+        !fs::equivalent(project.GetFolder(), folder, ec))
+    {
+        fs::copy(originals, folder / kOriginalsFolder,
+                 fs::copy_options::recursive | fs::copy_options::skip_existing, ec);
+        if (ec)
+        {
+            problems.push_back({folder / kOriginalsFolder, "cannot copy the original audio files: " + ec.message()});
+            return false;
+        }
+    }
     project.SetFolder(folder);
     saver.Apply();
     return true;

@@ -124,14 +124,21 @@ AutoComplexUndo::AutoComplexUndo(wchar_t const* name, bool) : m_name(name ? name
 
 AutoComplexUndo::~AutoComplexUndo()
 {
+    // The event is the undo system's once opened, whatever happens to the step.
+    std::unique_ptr<IComplexUndoEvent> event(m_event);
     if (!m_open || !IUndoMgr::m_instance)
         return;
-    const CStdStr<wchar_t> name = m_event ? m_event->GetName() : m_name;
+    if (auto* first = dynamic_cast<ComplexUndoWithFirstEventName*>(event.get()))
+        if (auto* undo = dynamic_cast<sn::UndoManager*>(IUndoMgr::m_instance))
+            first->m_firstEventName = undo->OpenGroupName();
+    const CStdStr<wchar_t> name = event ? event->GetName() : m_name;
     IUndoMgr::m_instance->EndGroup(name.empty() ? nullptr : name.c_str(), false);
 }
 
 void AutoComplexUndo::Open(IComplexUndoEvent* event)
 {
+    if (event != m_event)
+        delete m_event;
     m_event = event;
     if (!m_open && IUndoMgr::m_instance)
     {

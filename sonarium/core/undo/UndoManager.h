@@ -37,6 +37,8 @@ public:
     CStdStr<wchar_t> GetRedoName() const override;
 
     int GroupDepth() const { return static_cast<int>(m_open.size()); }
+    // The name the innermost open group has so far (that of its first named change), or empty.
+    CStdStr<wchar_t> OpenGroupName() const { return m_open.empty() ? CStdStr<wchar_t>() : m_open.back().name; }
     size_t UndoCount() const { return m_undo.size(); }
     void Clear();
 

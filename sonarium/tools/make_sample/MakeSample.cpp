@@ -2,12 +2,16 @@
 //
 // Writes the bundled sample project from its text (samples/Demo.txt by default) into FOLDER
 // (samples/Demo), the project taking the folder's name. The text is the project builder's, plus
-// lines "unload <path>" naming work units that the saved project keeps unloaded. GUIDs come from a
-// fixed seed, so the same text always gives the same files. The new project is written and checked
-// beside FOLDER and only then takes its place.
+// lines "unload <path>" naming work units that the saved project keeps unloaded. Every audio source
+// without a file gets one of our own making, written into the project's Originals folder
+// ("Originals/SFX", or "Originals/Voices/<reference language>" for voices). GUIDs come from a fixed
+// seed and the sounds from their names, so the same text always gives the same files. The new
+// project is written and checked beside FOLDER and only then takes its place.
 
 #include "host/Utf8.h"
 #include "sonarium/core/host/ProjectBuilder.h"
+#include "sonarium/core/import/AudioImport.h"
+#include "sonarium/core/import/AudioWriter.h"
 #include "sonarium/core/storage/FileIO.h"
 #include "sonarium/core/storage/ProjectStorage.h"
 
@@ -86,6 +90,49 @@ private:
     fs::path m_path;
 };
 
+constexpr int kSampleRate = 16000;
+
+void CollectSources(sn::ProjectObject* object, std::vector<sn::ProjectObject*>& sources)
+{
+    if (object->GetObjectType() == OrbObjectType_AudioSource)
+        sources.push_back(object);
+    for (const CSmartPtr<sn::ProjectObject>& child : object->Children())
+        CollectSources(child.Get(), sources);
+}
+
+std::wstring LanguageName(const sn::Project& project)
+{
+    for (const sn::Language& language : project.Languages())
+        if (language.id == project.GetReferenceLanguage())
+            return language.name;
+    return L"Voices";
+}
+
+// Gives each source without a file a sound of its own, written below folder.
+std::string MakeSourceFiles(sn::Project& project, const fs::path& folder)
+{
+    std::vector<sn::ProjectObject*> sources;
+    for (sn::WorkUnitObject* root : project.Roots())
+        CollectSources(root, sources);
+    for (sn::ProjectObject* source : sources)
+    {
+        if (!source->GetProperty("File").empty())
+            continue;
+        const bool voice = source->Parent() && source->Parent()->GetNodeType() == PMTreeNode::SoundVoice;
+        const fs::path relative = fs::path(sn::kOriginalsFolder) /
+                                  (voice ? fs::path("Voices") / Utf8::FromWide(LanguageName(project)) : fs::path("SFX")) /
+                                  Utf8::FromWide(source->GetName());
+        std::error_code ec;
+        fs::create_directories((folder / relative).parent_path(), ec);
+        std::string error;
+        if (ec || !sn::audio::WriteWav(folder / relative,
+                                        sn::audio::Synthesize(source->GetName(), kSampleRate), 16, error))
+            return "cannot write " + (folder / relative).string() + ": " + (ec ? ec.message() : error);
+        source->RawSetProperty("File", Utf8::ToWide(relative.generic_string()));
+    }
+    return {};
+}
+
 // Builds the project and writes it into folder; an empty result means success.
 std::string Write(const Source& source, const std::wstring& name, const fs::path& folder)
 {
@@ -102,6 +149,8 @@ std::string Write(const Source& source, const std::wstring& name, const fs::path
             return "line " + std::to_string(line) + ": no work unit at \"" + Utf8::FromWide(path) + "\"";
         unloaded.push_back(unit);
     }
+    if (std::string error = MakeSourceFiles(*project, folder); !error.empty())
+        return error;
     sn::StorageProblems problems;
     // An unloaded unit keeps the file it had: write everything first, then unload and save again.
     if (!sn::SaveProjectAs(*project, folder, problems))

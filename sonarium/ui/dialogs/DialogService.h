@@ -8,7 +8,9 @@
 #include "host/PMTreeNode.h"
 #include "host/UnloadDirtyWorkUnitsDlg.h"
 #include "platform/WinTypes.h"
+#include "sonarium/core/rename/BatchRename.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,6 +23,9 @@ enum class DialogKind
     UnloadDirty,
     File,
     ChangedFile,
+    Importer,
+    BatchRename,
+    Progress,
 };
 
 struct MessageBoxRequest
@@ -102,6 +107,60 @@ struct ChangedFileAnswer
     Choice choice = KeepTheirs;
 };
 
+// The audio-file importer: what each chosen file would become, and the user's choices.
+struct ImporterRow
+{
+    std::wstring file;
+    std::wstring details; // format, channels, rate and length, or what is wrong with the file
+    bool usable = false;
+    std::wstring becomes; // "new Sound SFX \"Rain\"", or why the file is left out
+};
+
+struct ImporterRequest
+{
+    std::wstring destination; // the path of the object the files go into
+    std::wstring problem;     // why nothing can be imported, or empty
+    std::vector<std::wstring> languages;
+    bool voice = false;
+    std::wstring language;
+    // The rows for a choice of sound kind and language; asked again as the user changes them.
+    std::function<std::vector<ImporterRow>(bool voice, const std::wstring& language)> describe;
+};
+
+struct ImporterAnswer
+{
+    bool ok = false;
+    bool voice = false;
+    std::wstring language; // one of the request's languages, for voices
+};
+
+struct BatchRenameRequest
+{
+    std::vector<std::wstring> objects; // the paths of the objects to rename
+    // The new names under a rule, checked; asked again as the user edits the rule.
+    std::function<std::vector<rename::BatchRenameRow>(const rename::BatchRenameRule&)> preview;
+};
+
+struct BatchRenameAnswer
+{
+    bool ok = false;
+    rename::BatchRenameRule rule;
+};
+
+// A long operation: a bar that moves step by step, with Cancel.
+struct ProgressRequest
+{
+    std::wstring caption;
+    std::wstring text;
+    size_t steps = 0;
+};
+
+// A script's Cancel: pressed when `cancelAt` steps are done.
+struct ProgressAnswer
+{
+    size_t cancelAt = 0;
+};
+
 class IDialogService
 {
 public:
@@ -112,6 +171,14 @@ public:
     virtual UnloadDirtyAnswer ShowUnloadDirty(const UnloadDirtyRequest& request) = 0;
     virtual FileAnswer ShowFileDialog(const FileRequest& request) = 0;
     virtual ChangedFileAnswer ShowChangedFile(const ChangedFileRequest& request) = 0;
+    virtual ImporterAnswer ShowImporter(const ImporterRequest& request) = 0;
+    virtual BatchRenameAnswer ShowBatchRename(const BatchRenameRequest& request) = 0;
+    // A progress dialog stays open from Begin to End; Step says that `done` steps are over and
+    // which one begins, and answers false once the user has pressed Cancel. End closes it and
+    // shows the problems met on the way, if any.
+    virtual void BeginProgress(const ProgressRequest& request) = 0;
+    virtual bool StepProgress(size_t done, const std::wstring& item) = 0;
+    virtual void EndProgress(const std::vector<std::wstring>& problems) = 0;
 };
 
 // The service the host's dialogs use now, or null.

@@ -67,6 +67,12 @@ const wchar_t* KindName(size_t kind)
         return L"file";
     case DialogKind::ChangedFile:
         return L"changed-file";
+    case DialogKind::Importer:
+        return L"importer";
+    case DialogKind::BatchRename:
+        return L"batch-rename";
+    case DialogKind::Progress:
+        return L"progress";
     }
     return L"?";
 }
@@ -109,7 +115,122 @@ std::wstring DecisionName(UnloadDirtyWorkUnitsDlg::Decision decision)
     }
     return L"#" + std::to_wstring(static_cast<int>(decision));
 }
+
+std::wstring RuleText(const rename::BatchRenameRule& rule)
+{
+    std::wstring text = L"find=" + Quote(rule.find) + L" replace=" + Quote(rule.replace) + L" prefix=" +
+                        Quote(rule.prefix) + L" suffix=" + Quote(rule.suffix);
+    if (rule.numbering)
+        text += L" number=" + std::to_wstring(rule.start) + L" digits=" + std::to_wstring(rule.digits);
+    return text;
+}
 } // namespace
+
+void ScriptedDialogService::AnswerImporter(bool voice, std::wstring language)
+{
+    Queue(ImporterAnswer{true, voice, std::move(language)});
+}
+
+void ScriptedDialogService::CancelImporter()
+{
+    Queue(ImporterAnswer{});
+}
+
+void ScriptedDialogService::AnswerBatchRename(rename::BatchRenameRule rule)
+{
+    Queue(BatchRenameAnswer{true, std::move(rule)});
+}
+
+void ScriptedDialogService::CancelBatchRename()
+{
+    Queue(BatchRenameAnswer{});
+}
+
+void ScriptedDialogService::CancelProgressAt(size_t steps)
+{
+    Queue(ProgressAnswer{steps});
+}
+
+ImporterAnswer ScriptedDialogService::ShowImporter(const ImporterRequest& request)
+{
+    std::wstring line = L"importer destination=" + Quote(request.destination);
+    if (!request.problem.empty())
+        line += L" problem=" + Quote(request.problem);
+    const DialogRecord record = MakeRecord(DialogKind::Importer, L"Import Audio Files", request.problem);
+    const std::optional<ImporterAnswer> taken = Take<ImporterAnswer>(record, line);
+    if (!taken)
+        return ImporterAnswer{};
+    const ImporterAnswer answer = *taken;
+    const auto& languages = request.languages;
+    if (answer.ok && answer.voice && std::find(languages.begin(), languages.end(), answer.language) == languages.end())
+    {
+        RecordUnanswered(record, line, L"the project has no language " + Quote(answer.language));
+        return ImporterAnswer{};
+    }
+    std::wstring result = !answer.ok     ? L"Cancel"
+                          : answer.voice ? L"Import voice " + Quote(answer.language)
+                                         : L"Import sfx";
+    // The files as the dialog showed them for the choices made.
+    if (request.describe)
+        for (const ImporterRow& row : request.describe(answer.voice, answer.language))
+            result += L"\n  " + Quote(row.file) + L" " + row.details + (row.usable ? L" -> " + row.becomes : L"");
+    Record(record, line, result);
+    return answer;
+}
+
+BatchRenameAnswer ScriptedDialogService::ShowBatchRename(const BatchRenameRequest& request)
+{
+    const std::wstring line = L"batch-rename objects=" + std::to_wstring(request.objects.size());
+    const DialogRecord record = MakeRecord(DialogKind::BatchRename, L"Batch Rename");
+    const std::optional<BatchRenameAnswer> taken = Take<BatchRenameAnswer>(record, line);
+    if (!taken)
+        return BatchRenameAnswer{};
+    const BatchRenameAnswer answer = *taken;
+    std::wstring result = answer.ok ? L"Rename " + RuleText(answer.rule) : L"Cancel";
+    if (answer.ok && request.preview)
+        for (const rename::BatchRenameRow& row : request.preview(answer.rule))
+            result += L"\n  " + Quote(row.oldName) + L" -> " + Quote(row.newName) +
+                      (row.problem.empty() ? L"" : L" (kept: " + row.problem + L")");
+    Record(record, line, result);
+    return answer;
+}
+
+void ScriptedDialogService::BeginProgress(const ProgressRequest& request)
+{
+    if (m_progress)
+        EndProgress({});
+    m_progress = OpenProgress{request, std::nullopt, 0, false};
+    if (!m_answers.empty())
+        if (const auto* cancel = std::get_if<ProgressAnswer>(&m_answers.front()))
+        {
+            m_progress->cancelAt = cancel->cancelAt;
+            m_answers.pop_front();
+        }
+}
+
+bool ScriptedDialogService::StepProgress(size_t done, const std::wstring&)
+{
+    if (!m_progress)
+        return true;
+    m_progress->done = done;
+    if (m_progress->cancelAt && done >= *m_progress->cancelAt)
+        m_progress->cancelled = true;
+    return !m_progress->cancelled;
+}
+
+void ScriptedDialogService::EndProgress(const std::vector<std::wstring>& problems)
+{
+    if (!m_progress)
+        return;
+    const OpenProgress progress = *m_progress;
+    m_progress.reset();
+    const std::wstring line = L"progress caption=" + Quote(progress.request.caption) + L" steps=" +
+                              std::to_wstring(progress.request.steps);
+    std::wstring result = progress.cancelled ? L"cancelled after " + std::to_wstring(progress.done) : L"done";
+    for (const std::wstring& problem : problems)
+        result += L"\n  problem: " + problem;
+    Record(MakeRecord(DialogKind::Progress, progress.request.caption, progress.request.text), line, result);
+}
 
 void ScriptedDialogService::AnswerMessageBox(int button, bool dontAskAgain)
 {

@@ -12,7 +12,15 @@
 //   file open|save|select-folder caption="..." filter="..." extension="..." name="..." flags=0x6
 //        -> OK paths=["..."] | -> Cancel
 //   changed-file what="..." path="..." -> Overwrite | KeepTheirs | Reload
+//   importer destination="..." -> Import sfx | Import voice "Language" | Cancel
+//     "file" details -> what it becomes            (one line per file, for the answer's choices)
+//   batch-rename objects=N -> Rename find="..." replace="..." prefix="..." suffix="..." [number=S digits=D] | Cancel
+//     "old name" -> "new name" [(kept: why)]        (one line per object)
+//   progress caption="..." steps=N -> done | cancelled after K
+//     problem: ...                                (one line per problem)
 //   any of them: -> UNANSWERED (<reason>), Cancel (a changed file: KeepTheirs)
+// A progress dialog asks for no answer: it takes a queued progress answer (its Cancel) only when
+// that is the next one.
 
 #include "sonarium/ui/dialogs/DialogService.h"
 
@@ -25,8 +33,8 @@
 namespace sn
 {
 // One scripted answer; the alternative's index is its DialogKind.
-using DialogAnswer =
-    std::variant<MessageBoxAnswer, NewWorkUnitAnswer, UnloadDirtyAnswer, FileAnswer, ChangedFileAnswer>;
+using DialogAnswer = std::variant<MessageBoxAnswer, NewWorkUnitAnswer, UnloadDirtyAnswer, FileAnswer, ChangedFileAnswer,
+                                  ImporterAnswer, BatchRenameAnswer, ProgressAnswer>;
 
 struct DialogRecord
 {
@@ -52,12 +60,23 @@ public:
     void AnswerFile(std::vector<std::wstring> paths);
     void CancelFile();
     void AnswerChangedFile(ChangedFileAnswer::Choice choice);
+    void AnswerImporter(bool voice, std::wstring language = {});
+    void CancelImporter();
+    void AnswerBatchRename(rename::BatchRenameRule rule);
+    void CancelBatchRename();
+    // The next progress dialog is cancelled once `steps` steps are done.
+    void CancelProgressAt(size_t steps);
 
     MessageBoxAnswer ShowMessageBox(const MessageBoxRequest& request) override;
     NewWorkUnitAnswer ShowNewWorkUnit(const NewWorkUnitRequest& request) override;
     UnloadDirtyAnswer ShowUnloadDirty(const UnloadDirtyRequest& request) override;
     FileAnswer ShowFileDialog(const FileRequest& request) override;
     ChangedFileAnswer ShowChangedFile(const ChangedFileRequest& request) override;
+    ImporterAnswer ShowImporter(const ImporterRequest& request) override;
+    BatchRenameAnswer ShowBatchRename(const BatchRenameRequest& request) override;
+    void BeginProgress(const ProgressRequest& request) override;
+    bool StepProgress(size_t done, const std::wstring& item) override;
+    void EndProgress(const std::vector<std::wstring>& problems) override;
 
     const std::vector<DialogRecord>& Records() const { return m_records; }
     size_t UnansweredCount() const;
@@ -76,7 +95,16 @@ private:
     void Record(DialogRecord record, const std::wstring& request, const std::wstring& answer);
     void RecordUnanswered(DialogRecord record, const std::wstring& request, const std::wstring& reason);
 
+    struct OpenProgress
+    {
+        ProgressRequest request;
+        std::optional<size_t> cancelAt;
+        size_t done = 0;
+        bool cancelled = false;
+    };
+
     std::deque<DialogAnswer> m_answers;
     std::vector<DialogRecord> m_records;
+    std::optional<OpenProgress> m_progress;
 };
 } // namespace sn

@@ -155,9 +155,8 @@ TEST_F(HostTest, GroupsNestIntoOneNamedStepAndEmptyGroupsLeaveNothing)
     EXPECT_EQ(1u, undo.UndoCount());
     EXPECT_EQ(L"Create Sounds", undo.GetUndoName());
     {
-        ComplexUndoWithFirstEventName event;
         AutoComplexUndo named;
-        named.Open(&event);
+        named.Open(new ComplexUndoWithFirstEventName);
         ProjectEdit::Rename(ambience, L"Ambient");
     }
     EXPECT_EQ(L"Rename", undo.GetUndoName()) << "named after its first change";

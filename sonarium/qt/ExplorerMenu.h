@@ -1,0 +1,18 @@
+#pragma once
+// The main window's Objects menu: the explorer's structure commands on the active pane's
+// selection, as its context menu offers them.
+
+class QMenuBar;
+class QWidget;
+
+namespace sn
+{
+class AppSession;
+}
+
+namespace sn::qt
+{
+class QtWindowSystemDriver;
+
+void AddObjectsMenu(QMenuBar& bar, AppSession& session, QtWindowSystemDriver& driver, QWidget* owner);
+} // namespace sn::qt
