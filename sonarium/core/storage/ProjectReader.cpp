@@ -8,6 +8,8 @@
 #include "sonarium/core/storage/StorageJson.h"
 #include "sonarium/core/storage/StorageState.h"
 
+#include <algorithm>
+
 namespace sn
 {
 namespace
@@ -173,7 +175,7 @@ fs::path FindProjectFile(const fs::path& path, StorageProblems& problems)
 }
 } // namespace
 
-OpenResult OpenProject(const fs::path& projectFileOrFolder)
+OpenResult OpenProject(const fs::path& projectFileOrFolder, const OpenProgress& progress)
 {
     OpenResult result;
     const fs::path file = FindProjectFile(projectFileOrFolder, result.problems);
@@ -193,8 +195,24 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder)
     project.SetFolder(file.parent_path());
     StorageState& state = ResetStorageState(project);
     state.projectFile = file;
-    for (WorkUnitObject* unit : project.FileWorkUnits())
+    const std::vector<WorkUnitObject*> units = project.FileWorkUnits();
+    const size_t total = static_cast<size_t>(
+        std::count_if(units.begin(), units.end(), [](const WorkUnitObject* unit) { return unit->IsLoaded(); }));
+    size_t read = 0;
+    // Stopped on the way, the project is dropped as if never opened.
+    auto cancelled = [&](size_t done)
     {
+        if (!progress || progress(done, total))
+            return false;
+        ForgetStorageState(project);
+        result.project.reset();
+        result.cancelled = true;
+        return true;
+    };
+    for (WorkUnitObject* unit : units)
+    {
+        if (unit->IsLoaded() && cancelled(read++))
+            return result;
         const fs::path path = WorkUnitFilePath(*unit, project.GetFolder());
         state.savedPaths[unit->Id()] = path;
         // A unit saved unloaded stays on disk until the user loads it.
@@ -205,6 +223,8 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder)
         }
         unit->RawSetDirty(false);
     }
+    if (cancelled(total))
+        return result;
     project.SetDirty(false);
     return result;
 }

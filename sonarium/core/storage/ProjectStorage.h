@@ -8,6 +8,7 @@
 #include "sonarium/core/storage/StorageProblem.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 namespace sn
@@ -19,11 +20,15 @@ struct OpenResult
 {
     std::unique_ptr<Project> project; // null when the project file cannot be used
     StorageProblems problems;
+    bool cancelled = false; // the progress callback asked to stop: nothing was opened
 };
+
+// Hears how many of the work-unit files to read have been read (first with 0); false stops.
+using OpenProgress = std::function<bool(size_t read, size_t total)>;
 
 // Opens the project file, or the single project file of a folder. Work units whose files cannot
 // be read open empty and unloaded, and are never overwritten by a save.
-OpenResult OpenProject(const std::filesystem::path& projectFileOrFolder);
+OpenResult OpenProject(const std::filesystem::path& projectFileOrFolder, const OpenProgress& progress = {});
 
 // Writes the project file and the work units that changed; false when anything failed.
 bool SaveProject(Project& project, StorageProblems& problems);
