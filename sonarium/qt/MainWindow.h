@@ -4,10 +4,12 @@
 // Edit and View menus.
 
 #include "sonarium/app/session/AppSession.h"
+#include "sonarium/app/session/EditMenu.h"
 
 #include <QMainWindow>
 
 #include <filesystem>
+#include <map>
 #include <vector>
 
 class QAction;
@@ -30,8 +32,16 @@ public:
     ~MainWindow() override;
 
     // Opens the project folder or file, after offering to save the open one; false when it
-    // stays closed (the reasons are shown).
+    // stays closed (the reasons are shown). Its progress shows in the status bar, and in a
+    // dialog with Cancel once it has taken longer than the progress delay.
     bool OpenProject(std::filesystem::path const& path);
+    // At start: the project given, else the one opened last, else the fallback.
+    void OpenStartProject(std::filesystem::path const& given, std::filesystem::path const& fallback);
+    void SetProgressDialogDelay(int milliseconds) { m_progressDelayMs = milliseconds; }
+
+    // WindowState.cpp: the window's place and splitter sizes, kept between runs.
+    void RestoreWindowState();
+    void SaveWindowState();
     std::vector<PaneWidget*> const& PaneWidgets() const { return m_panes; }
     SidePanels* Panels() const { return m_panels; }
 
@@ -64,13 +74,20 @@ private:
     // MainMenus.cpp: menus and the commands they send.
     void BuildMenus();
     void UpdateEditMenu();
-    // Sends a host command message to the active pane's view; 0 without one.
-    LRESULT SendToActiveView(UINT message);
+    // Runs an Edit menu command on the active pane, or says in the status bar why it cannot.
+    void RunEdit(EditCommand command);
     void FillRecentMenu();
-    void RememberRecent(std::filesystem::path const& path);
     void ChooseProjectFolder();
     void ApplyTheme(bool dark);
     void ShowPreferences();
+
+    // WindowState.cpp
+    // Gives the splitter the user's sizes for the widgets it holds now.
+    void LayOutSplitter();
+    void RememberSplitter();
+    // The platform chosen last in the open project, when it still has it.
+    void RestorePlatform();
+    void UpdateTitle();
 
     AppSession& m_session;
     QtWindowSystemDriver& m_driver;
@@ -80,13 +97,10 @@ private:
     QComboBox* m_platforms = nullptr;
     QComboBox* m_languages = nullptr;
     QMenu* m_recentMenu = nullptr;
-    QAction* m_undo = nullptr;
-    QAction* m_redo = nullptr;
-    QAction* m_cut = nullptr;
-    QAction* m_copy = nullptr;
-    QAction* m_paste = nullptr;
-    QAction* m_delete = nullptr;
-    QAction* m_rename = nullptr;
+    std::map<EditCommand, QAction*> m_editActions;
+    // The user's splitter sizes: the panes', then the side panels'.
+    QList<int> m_splitterSizes;
+    int m_progressDelayMs = 500;
     bool m_refreshQueued = false;
     bool m_fillingSelectors = false;
 };

@@ -29,8 +29,9 @@ LRESULT AppMainWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == HostMessages::MayDriveTransport)
     {
-        CWnd* view = CWnd::FromHandle(reinterpret_cast<HWND>(wParam));
-        return view && IsChild(view) && view->IsWindowVisible() ? 1 : 0;
+        const HWND asking = reinterpret_cast<HWND>(wParam);
+        CWnd* view = CWnd::FromHandle(asking);
+        return view && asking == m_transportView && IsChild(view) && view->IsWindowVisible() ? 1 : 0;
     }
     return CWnd::WindowProc(message, wParam, lParam);
 }
@@ -40,20 +41,25 @@ AppSession::AppSession(HostOptions options) : m_host(std::make_unique<Host>(std:
     m_main.Create(L"SonariumMain", L"Sonarium", WS_VISIBLE, CRect(0, 0, 1200, 800), nullptr, 0);
     m_host->SetMainWnd(&m_main);
     m_recorder = std::make_unique<HostRecorder>();
+    m_inspector = std::make_unique<InspectorModel>();
+    WindowSystem::Get().SetFocusHook([this](HWND focus) { OnFocusChanged(focus); });
 }
 
 AppSession::~AppSession()
 {
+    WindowSystem::Get().SetFocusHook(nullptr);
     CloseAllPanes();
+    m_inspector.reset();
     m_recorder.reset();
     m_host->SetMainWnd(nullptr);
     m_main.DestroyWindow();
     m_host.reset();
 }
 
-bool AppSession::OpenProject(std::filesystem::path const& path, std::vector<std::wstring>& messages)
+bool AppSession::OpenProject(std::filesystem::path const& path, std::vector<std::wstring>& messages,
+                             OpenProgress const& progress)
 {
-    OpenResult opened = sn::OpenProject(path);
+    OpenResult opened = sn::OpenProject(path, progress);
     Describe(opened.problems, messages);
     if (!opened.project)
         return false;
@@ -109,8 +115,9 @@ Pane& AppSession::OpenPane(PaneDefinition const& definition, RECT const& rect)
     auto* view = new DlgProjectExplorer(definition.categories, &m_main);
     view->Create(DlgProjectExplorer::IDD, &m_main);
     view->MoveWindow(&rect);
-    view->OnLoadView();
     m_panes.push_back({definition.name, definition.categories, rect, view});
+    KeepTransportView();
+    view->OnLoadView();
     Pump();
     return m_panes.back();
 }
@@ -144,6 +151,7 @@ void AppSession::ClosePane(size_t index)
     m_panes.erase(m_panes.begin() + static_cast<std::ptrdiff_t>(index));
     view->OnDeleteView();
     view->DestroyWindow();
+    KeepTransportView();
 }
 
 void AppSession::CloseAllPanes()
@@ -160,17 +168,10 @@ Pane* AppSession::FindPane(std::wstring const& name)
     return nullptr;
 }
 
-Pane* AppSession::ActivePane()
-{
-    CWnd* focus = CWnd::GetFocus();
-    for (Pane& pane : m_panes)
-        if (focus && (focus == pane.view || pane.view->IsChild(focus)))
-            return &pane;
-    return m_panes.empty() ? nullptr : &m_panes.front();
-}
-
 void AppSession::Pump()
 {
+    WindowSystem::Get().RunUntilIdle();
+    FollowFocus();
     WindowSystem::Get().RunUntilIdle();
 }
 } // namespace sn
