@@ -23,8 +23,8 @@ namespace
 // legible, only quieter.
 void GreyOut(QImage& image, bool darkBackground)
 {
-    const int low = darkBackground ? 110 : 60;
-    const int high = darkBackground ? 200 : 165;
+    const int low = darkBackground ? 120 : 55;
+    const int high = darkBackground ? 215 : 150;
     for (int y = 0; y < image.height(); ++y)
     {
         auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
@@ -32,7 +32,7 @@ void GreyOut(QImage& image, bool darkBackground)
         {
             const QRgb pixel = qUnpremultiply(line[x]);
             const int grey = low + qGray(pixel) * (high - low) / 255;
-            line[x] = qPremultiply(qRgba(grey, grey, grey, qAlpha(pixel) * 3 / 5));
+            line[x] = qPremultiply(qRgba(grey, grey, grey, qAlpha(pixel) * 7 / 10));
         }
     }
 }
