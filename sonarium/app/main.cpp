@@ -42,8 +42,8 @@ constexpr char k_help[] =
 
 struct Arguments
 {
-    std::string project; // empty: none given
-    std::string script;  // empty: none; "-": standard input
+    std::string project;  // empty: none given
+    std::string script;   // empty: none; "-": standard input
     std::string settings; // empty: the default for the kind of run
     bool help = false;
 };

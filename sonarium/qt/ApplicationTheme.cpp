@@ -40,12 +40,12 @@ QPalette ThemePalette()
         palette.setColor(group, QPalette::Mid, border);
         palette.setColor(group, QPalette::Dark, border.darker(130));
         palette.setColor(group, QPalette::Shadow, border.darker(200));
-        palette.setColor(group, QPalette::Highlight, group == QPalette::Inactive
-                                                         ? ThemeColor("Explorer_InactiveSelectionBackground")
-                                                         : ThemeColor("Explorer_SelectionBackground"));
-        palette.setColor(group, QPalette::HighlightedText, group == QPalette::Inactive
-                                                               ? ThemeColor("Explorer_InactiveSelectionText")
-                                                               : ThemeColor("Explorer_SelectionText"));
+        palette.setColor(group, QPalette::Highlight,
+                         group == QPalette::Inactive ? ThemeColor("Explorer_InactiveSelectionBackground")
+                                                     : ThemeColor("Explorer_SelectionBackground"));
+        palette.setColor(group, QPalette::HighlightedText,
+                         group == QPalette::Inactive ? ThemeColor("Explorer_InactiveSelectionText")
+                                                     : ThemeColor("Explorer_SelectionText"));
     }
     return palette;
 }

@@ -57,7 +57,8 @@ class InspectorDelegate : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
-    QWidget* createEditor(QWidget* parent, QStyleOptionViewItem const& option, QModelIndex const& index) const override
+    QWidget* createEditor(QWidget* parent, QStyleOptionViewItem const& option,
+                          QModelIndex const& index) const override
     {
         if (static_cast<InspectorEdit>(index.data(k_editRole).toInt()) != InspectorEdit::Colour)
             return QStyledItemDelegate::createEditor(parent, option, index);
@@ -178,7 +179,8 @@ void InspectorWidget::Refresh()
             shared->setIcon(ColourIcon(shared->text()));
         // Notes open a text box of their own; names and colours are edited in place.
         const bool inPlace = row.edit == InspectorEdit::Text || row.edit == InspectorEdit::Colour;
-        shared->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | (inPlace ? Qt::ItemIsEditable : Qt::NoItemFlags));
+        shared->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable |
+                         (inPlace ? Qt::ItemIsEditable : Qt::NoItemFlags));
         m_table->setItem(r, 1, shared);
         for (int i = 0; i < own; ++i)
         {
@@ -214,13 +216,15 @@ void InspectorWidget::OnItemChanged(QTableWidgetItem* item)
     const QString key = item->data(k_keyRole).toString();
     const QString value = item->text();
     // The table is refilled from the model, which may not have taken the value.
-    QMetaObject::invokeMethod(this, [this, key, value] { Apply(key, value); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, key, value] { Apply(key, value); }, Qt::QueuedConnection);
 }
 
 void InspectorWidget::OnCellActivated(int row, int column)
 {
     QTableWidgetItem* item = m_table->item(row, 1);
-    if (column != 1 || !item || static_cast<InspectorEdit>(item->data(k_editRole).toInt()) != InspectorEdit::Notes)
+    if (column != 1 || !item ||
+        static_cast<InspectorEdit>(item->data(k_editRole).toInt()) != InspectorEdit::Notes)
         return;
     bool accepted = false;
     const QString notes = QInputDialog::getMultiLineText(this, tr("Notes"), m_table->item(row, 0)->text(),

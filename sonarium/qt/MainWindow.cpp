@@ -235,9 +235,11 @@ bool MainWindow::OpenProject(std::filesystem::path const& path)
     FillSelectors();
     RefreshFromRecorder();
     UpdateTitle();
-    statusBar()->showMessage(opened ? tr("Opened %1 (%2 work units read)").arg(ToQt(path.wstring())).arg(progress.Total())
-                             : progress.Cancelled() ? tr("Opening %1 was cancelled").arg(ToQt(path.wstring()))
-                                                    : tr("Not opened"));
+    const QString name = ToQt(path.wstring());
+    if (opened)
+        statusBar()->showMessage(tr("Opened %1 (%2 work units read)").arg(name).arg(progress.Total()));
+    else
+        statusBar()->showMessage(progress.Cancelled() ? tr("Opening %1 was cancelled").arg(name) : tr("Not opened"));
     return opened;
 }
 

@@ -22,7 +22,10 @@ bool OpenProgressReporter::operator()(size_t read, size_t total)
 {
     m_total = total;
     m_window.statusBar()->showMessage(
-        QApplication::translate("OpenProgress", "Opening %1: %2 of %3 work units read").arg(m_name).arg(read).arg(total));
+        QApplication::translate("OpenProgress", "Opening %1: %2 of %3 work units read")
+            .arg(m_name)
+            .arg(read)
+            .arg(total));
     if (!m_dialog && read < total && m_clock.elapsed() >= m_delayMs)
     {
         m_dialog = new QProgressDialog(QApplication::translate("OpenProgress", "Opening %1...").arg(m_name),

@@ -219,7 +219,8 @@ TEST_F(PaneFixture, TheFocusedSelectionSpansTheRowAndALongNameIsElidedWithItsToo
 
     // A name longer than the pane is wide is cut short, and shows whole where the mouse rests.
     const std::wstring longName = L"World of weather and wind and everything else that howls at night";
-    ASSERT_TRUE(sn::ProjectEdit::Rename(sn::FindByPath(*session.GetProject(), L"AudioObjects/World"), longName.c_str()));
+    sn::ProjectObject* renamed = sn::FindByPath(*session.GetProject(), L"AudioObjects/World");
+    ASSERT_TRUE(sn::ProjectEdit::Rename(renamed, longName.c_str()));
     driver.Pump();
     widget->resize(220, 500);
     QCoreApplication::processEvents();

@@ -133,7 +133,8 @@ TEST_F(WindowState, TheLayoutNeverJumpsAndComesBackAtTheNextStart)
     const QList<int> chosen = Splitter()->sizes();
 
     // A long path in the transport leaves the side panels as wide as they were.
-    const wchar_t* deep = L"AudioObjects/Characters/Player/Player/Footsteps/Footsteps_Gravel/Footstep_Gravel_03";
+    const wchar_t* deep =
+        L"AudioObjects/Characters/Player/Player/Footsteps/Footsteps_Gravel/Footstep_Gravel_03";
     window->PaneWidgets()[0]->View()->FindOrbObject(sn::FindByPath(*session.GetProject(), deep));
     driver.Pump();
     Click(0, L"AudioObjects/Characters");
@@ -199,7 +200,8 @@ TEST_F(WindowState, TheThemeReachesEveryWindowAndDisabledIconsStayLegible)
             EXPECT_EQ(shown->palette().color(QPalette::Disabled, QPalette::WindowText),
                       sn::qt::ThemeColor("Window_DisabledText"));
         }
-        EXPECT_TRUE(QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs)) << "file dialogs wear it too";
+        EXPECT_TRUE(QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs))
+            << "file dialogs wear it too";
         EXPECT_GE(DisabledIconContrast(sn::qt::ThemeColor("Window_Background")), 60) << "dark " << dark;
     }
 
@@ -253,7 +255,8 @@ TEST_F(WindowState, ASlowOpeningShowsItsProgressAndCanBeCancelled)
                              if (dialog->isVisible())
                              {
                                  ++shown;
-                                 EXPECT_NE(dialog->labelText().indexOf(QStringLiteral("work units read")), -1);
+                                 EXPECT_NE(dialog->labelText().indexOf(QStringLiteral("work units read")),
+                                           -1);
                                  dialog->cancel();
                              }
                      });

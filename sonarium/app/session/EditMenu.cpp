@@ -64,12 +64,14 @@ EditAvailability ForSelection(EditCommand command, Pane& pane)
         if (nodes.size() > 1)
             return No(L"only one object can be renamed at a time, and " + std::to_wstring(nodes.size()) +
                       L" are selected");
-        return CanRenameNode(nodes.front()) ? Yes() : No(L"\"" + NameOf(nodes.front()) + L"\" cannot be renamed");
+        return CanRenameNode(nodes.front()) ? Yes()
+                                            : No(L"\"" + NameOf(nodes.front()) + L"\" cannot be renamed");
     }
     if (std::any_of(nodes.begin(), nodes.end(), [](PMTreeNode* node) { return CanDeleteNode(node); }))
         return Yes();
-    return No(nodes.size() == 1 ? L"\"" + NameOf(nodes.front()) + L"\" cannot be deleted"
-                                : L"none of the " + std::to_wstring(nodes.size()) + L" selected objects can be deleted");
+    return No(nodes.size() == 1
+                  ? L"\"" + NameOf(nodes.front()) + L"\" cannot be deleted"
+                  : L"none of the " + std::to_wstring(nodes.size()) + L" selected objects can be deleted");
 }
 } // namespace
 

@@ -132,8 +132,10 @@ std::vector<HostRecorder::Listed> HostRecorder::EventViewer() const
     std::vector<Listed> listed;
     for (CSmartPtr<IOrbObject> const& object : m_eventViewer)
         if (StillThere(object))
-            listed.push_back({ObjectPath(object),
-                              ObjectIcons::IconTypeOfNode(dynamic_cast<ProjectObject const*>(object.Get())->GetNodeType())});
+        {
+            auto const* model = dynamic_cast<ProjectObject const*>(object.Get());
+            listed.push_back({ObjectPath(object), ObjectIcons::IconTypeOfNode(model->GetNodeType())});
+        }
     return listed;
 }
 

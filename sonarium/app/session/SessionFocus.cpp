@@ -22,8 +22,9 @@ Pane* AppSession::ActivePane()
 
 void AppSession::KeepTransportView()
 {
-    const bool open = std::any_of(m_panes.begin(), m_panes.end(), [this](Pane const& pane)
-                                  { return pane.view->GetSafeHwnd() == m_main.TransportView(); });
+    const bool open =
+        std::any_of(m_panes.begin(), m_panes.end(),
+                    [this](Pane const& pane) { return pane.view->GetSafeHwnd() == m_main.TransportView(); });
     if (!open)
         m_main.SetTransportView(m_panes.empty() ? nullptr : m_panes.front().view->GetSafeHwnd());
 }

@@ -64,8 +64,9 @@ void InspectorModel::Inspect(std::vector<IOrbObject*> const& objects)
     m_objects.clear();
     for (IOrbObject* object : objects)
         if (ProjectObject* model = AsProjectObject(object);
-            model && std::none_of(m_objects.begin(), m_objects.end(),
-                                  [model](CSmartPtr<ProjectObject> const& held) { return held.Get() == model; }))
+            model &&
+            std::none_of(m_objects.begin(), m_objects.end(),
+                         [model](CSmartPtr<ProjectObject> const& held) { return held.Get() == model; }))
             m_objects.emplace_back(model);
     Changed();
 }
@@ -145,7 +146,8 @@ void InspectorModel::Rebuild()
                 auto [found, added] = byKey.emplace(entry.key, m_rows.size());
                 if (added)
                 {
-                    InspectorRow row{entry.key, entry.label, std::vector<std::optional<std::wstring>>(count), entry.edit};
+                    InspectorRow row{entry.key, entry.label, std::vector<std::optional<std::wstring>>(count),
+                                     entry.edit};
                     if (!sources[source].edit || (entry.singleObjectOnly && count > 1))
                         row.edit = InspectorEdit::None;
                     m_rows.push_back(std::move(row));
@@ -173,7 +175,8 @@ std::vector<InspectorRow> const& InspectorModel::Rows()
 bool InspectorModel::Edit(std::string const& key, std::wstring const& value, std::wstring& why)
 {
     Rows();
-    auto row = std::find_if(m_rows.begin(), m_rows.end(), [&](InspectorRow const& r) { return r.key == key; });
+    auto row =
+        std::find_if(m_rows.begin(), m_rows.end(), [&](InspectorRow const& r) { return r.key == key; });
     if (row == m_rows.end())
     {
         why = m_objects.empty() ? L"nothing is inspected" : L"the inspected objects have no such property";
@@ -185,7 +188,8 @@ bool InspectorModel::Edit(std::string const& key, std::wstring const& value, std
                                                  : L" cannot be changed here");
         return false;
     }
-    const InspectorRowSource& source = InspectorRowSources()[m_rowSources[static_cast<size_t>(row - m_rows.begin())]];
+    const InspectorRowSource& source =
+        InspectorRowSources()[m_rowSources[static_cast<size_t>(row - m_rows.begin())]];
     const std::wstring label = row->label;
     AutoComplexUndo undo(label.c_str(), false);
     return source.edit(key, Objects(), value, why);

@@ -16,8 +16,9 @@ std::vector<InspectorRowSource>& Registry()
 bool RegisterInspectorRowSource(InspectorRowSource source)
 {
     std::vector<InspectorRowSource>& sources = Registry();
-    auto at = std::upper_bound(sources.begin(), sources.end(), source.order,
-                               [](int order, InspectorRowSource const& other) { return order < other.order; });
+    auto at =
+        std::upper_bound(sources.begin(), sources.end(), source.order,
+                         [](int order, InspectorRowSource const& other) { return order < other.order; });
     sources.insert(at, std::move(source));
     return true;
 }

@@ -41,8 +41,8 @@ struct InspectorEntry
 class InspectorRowSink
 {
 public:
-    void Add(std::string key, std::wstring label, std::wstring value, InspectorEdit edit = InspectorEdit::None,
-             bool singleObjectOnly = false)
+    void Add(std::string key, std::wstring label, std::wstring value,
+             InspectorEdit edit = InspectorEdit::None, bool singleObjectOnly = false)
     {
         m_entries.push_back({std::move(key), std::move(label), std::move(value), edit, singleObjectOnly});
     }

@@ -20,8 +20,9 @@ bool StartsWithIgnoringCase(std::wstring const& text, std::wstring const& prefix
 // "aaa": the user presses one letter again and again to step through the rows it starts.
 bool OneLetterRepeated(std::wstring const& typed)
 {
-    return typed.size() > 1 && std::all_of(typed.begin(), typed.end(), [&](wchar_t c)
-                                           { return std::towlower(c) == std::towlower(typed.front()); });
+    return typed.size() > 1 &&
+           std::all_of(typed.begin(), typed.end(),
+                       [&](wchar_t c) { return std::towlower(c) == std::towlower(typed.front()); });
 }
 } // namespace
 

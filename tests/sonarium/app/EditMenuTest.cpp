@@ -67,15 +67,17 @@ TEST_F(EditMenuTest, ScriptsUseTheMenuAndPrintWhatItOffers)
     Run(L"click AudioObjects/Interface ctrl");
     Run(L"edit rename");
     Run(L"print edit-menu");
-    EXPECT_EQ(out.str(), L"status: Cannot rename: only one object can be renamed at a time, and 2 are selected\n"
-                         L"edit-menu\n"
-                         L"  Undo: disabled (there is nothing to undo)\n"
-                         L"  Redo: disabled (there is nothing to redo)\n"
-                         L"  Cut: disabled (the selection in Audio cannot be cut)\n"
-                         L"  Copy: disabled (the selection in Audio cannot be copied)\n"
-                         L"  Paste: disabled (the clipboard holds nothing that can be pasted on the selection in Audio)\n"
-                         L"  Delete: enabled\n"
-                         L"  Rename: disabled (only one object can be renamed at a time, and 2 are selected)\n");
+    EXPECT_EQ(
+        out.str(),
+        L"status: Cannot rename: only one object can be renamed at a time, and 2 are selected\n"
+        L"edit-menu\n"
+        L"  Undo: disabled (there is nothing to undo)\n"
+        L"  Redo: disabled (there is nothing to redo)\n"
+        L"  Cut: disabled (the selection in Audio cannot be cut)\n"
+        L"  Copy: disabled (the selection in Audio cannot be copied)\n"
+        L"  Paste: disabled (the clipboard holds nothing that can be pasted on the selection in Audio)\n"
+        L"  Delete: enabled\n"
+        L"  Rename: disabled (only one object can be renamed at a time, and 2 are selected)\n");
     std::wstring error;
     EXPECT_FALSE(runner.RunLine(L"edit frob", error));
     EXPECT_EQ(error, L"unknown Edit menu command \"frob\" (undo, redo, cut, copy, paste, delete or rename)");

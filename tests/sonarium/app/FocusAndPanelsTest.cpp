@@ -104,9 +104,9 @@ TEST_F(FocusAndPanels, FocusMovingIntoAPaneBringsPanelsAndToolbarToItsSelection)
     // Back in Audio, where World is still the selection: no selection change, yet everything
     // shows World, once each.
     ClickIn(0, L"AudioObjects/World");
-    EXPECT_EQ(session.Recorder().Lines(),
-              (std::vector<std::wstring>{L"event viewer: AudioObjects/World", L"transport: AudioObjects/World",
-                                         L"inspector: AudioObjects/World"}));
+    EXPECT_EQ(session.Recorder().Lines(), (std::vector<std::wstring>{L"event viewer: AudioObjects/World",
+                                                                     L"transport: AudioObjects/World",
+                                                                     L"inspector: AudioObjects/World"}));
     EXPECT_GT(EnabledButtons(audio), 0u);
     ASSERT_EQ(session.Inspector().Objects().size(), 1u);
     EXPECT_EQ(session.Inspector().Objects().front()->GetName(), L"World");

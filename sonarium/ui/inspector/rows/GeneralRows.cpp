@@ -14,18 +14,20 @@ namespace
 {
 bool MayRename(ProjectObject const& object)
 {
-    rules::NodeRule const& rule = rules::RuleFor(object.GetNodeType(), object.GetCategory(), object.IsTopWorkUnit());
+    rules::NodeRule const& rule =
+        rules::RuleFor(object.GetNodeType(), object.GetCategory(), object.IsTopWorkUnit());
     return rule.capabilities.test(PMTreeNode::CanRename) && OrbObjectHelpers::CanRename(&object);
 }
 
 void Rows(ProjectObject const& object, InspectorRowSink& rows)
 {
-    const std::wstring type = object.IsTopWorkUnit()
-                                  ? std::wstring(L"Category Root (") + rules::CategoryName(object.GetCategory()) + L")"
-                                  : std::wstring(rules::NodeTypeName(object.GetNodeType()));
+    const std::wstring type =
+        object.IsTopWorkUnit()
+            ? std::wstring(L"Category Root (") + rules::CategoryName(object.GetCategory()) + L")"
+            : std::wstring(rules::NodeTypeName(object.GetNodeType()));
     rows.Add("type", L"Type", type);
-    rows.Add("name", L"Name", object.GetName().c_str(), MayRename(object) ? InspectorEdit::Text : InspectorEdit::None,
-             true);
+    rows.Add("name", L"Name", object.GetName().c_str(),
+             MayRename(object) ? InspectorEdit::Text : InspectorEdit::None, true);
     rows.Add("guid", L"GUID", Utf8::ToWide(GuidText::ToString(object.Id())));
 }
 
@@ -42,7 +44,8 @@ bool Edit(std::string const& key, std::vector<ProjectObject*> const& objects, st
             why = L"the host refused the name \"" + value + L"\"";
         return false;
     }
-    return ProjectEdit::Rename(object, name) || (why = L"the host refused the name \"" + value + L"\"", false);
+    return ProjectEdit::Rename(object, name) ||
+           (why = L"the host refused the name \"" + value + L"\"", false);
 }
 
 [[maybe_unused]] const bool k_registered = RegisterInspectorRowSource({100, &Rows, &Edit});

@@ -53,8 +53,8 @@ protected:
         std::vector<IOrbObject*> objects;
         for (std::wstring const& path : paths)
             objects.push_back(At(path));
-        OrbObjNotify::FireInspectNotification(objects, -1, -1, false, NotifyHelper::InspectTab_Default, false, false,
-                                              true, nullptr);
+        OrbObjNotify::FireInspectNotification(objects, -1, -1, false, NotifyHelper::InspectTab_Default, false,
+                                              false, true, nullptr);
     }
 
     sn::InspectorRow const* Row(std::string const& key)
@@ -102,7 +102,8 @@ TEST_F(InspectorModelTest, SeveralObjectsShowWhatTheyShareAndTakeOneEditTogether
     Inspect({kUnit + L"/Ambience/Rain", kUnit + L"/Ambience/Wind"});
     EXPECT_EQ(Row("colour")->Common(), L"inherited");
     EXPECT_EQ(Row("type")->Common(), std::nullopt);
-    EXPECT_EQ(Row("type")->values, (std::vector<std::optional<std::wstring>>{L"Sound SFX", L"Random Container"}));
+    EXPECT_EQ(Row("type")->values,
+              (std::vector<std::optional<std::wstring>>{L"Sound SFX", L"Random Container"}));
     EXPECT_EQ(Row("name")->edit, sn::InspectorEdit::None) << "a name belongs to one object";
 
     std::wstring why;

@@ -35,7 +35,10 @@ protected:
         m_tree.SetFocus();
     }
 
-    std::wstring Focused() { return m_tree.GetFocusedItem() ? m_tree.GetItemText(m_tree.GetFocusedItem()) : L""; }
+    std::wstring Focused()
+    {
+        return m_tree.GetFocusedItem() ? m_tree.GetItemText(m_tree.GetFocusedItem()) : L"";
+    }
     void Type(std::wstring const& text)
     {
         for (wchar_t ch : text)
@@ -84,8 +87,8 @@ TEST_F(TreeKeysTest, KeypadStarExpandsTheBranchBackspaceClimbsCtrlAAllRows)
     m_tree.Click(LabelOf(ambience), 0);
     m_tree.KeyPress(VK_MULTIPLY, 0);
     // Everything below the focused row is open, and nothing beside it.
-    EXPECT_EQ(RowTexts(), (std::vector<std::wstring>{L"Audio Objects", L"Default Work Unit", L"Ambience", L"Rain",
-                                                     L"Wind", L"Gust", L"Breeze", L"Weapons"}));
+    EXPECT_EQ(RowTexts(), (std::vector<std::wstring>{L"Audio Objects", L"Default Work Unit", L"Ambience",
+                                                     L"Rain", L"Wind", L"Gust", L"Breeze", L"Weapons"}));
 
     m_tree.Click(LabelOf(Item(kUnit + L"/Ambience/Wind/Gust")), 0);
     m_tree.KeyPress(VK_BACK, 0);
