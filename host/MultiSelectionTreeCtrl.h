@@ -11,6 +11,7 @@
 #include "platform/TreeCtrl.h"
 
 #include <cstdint>
+#include <string>
 #include <unordered_set>
 #include <vector>
 
@@ -57,9 +58,16 @@ public:
     // The second click alone, for a window system that reports the first as a click of its own.
     void SecondClick(CPoint point, UINT keys);
     void RightClick(CPoint point, UINT keys);
+    // Besides moving the focus: Backspace goes to the parent, `*` of the numeric keypad
+    // (VK_MULTIPLY) expands everything below the focused item, Ctrl+A selects every row.
     void KeyPress(UINT vk, UINT keys);
     // Typing goes to the label editor when one is open.
     void TypeText(std::wstring const& text);
+    // A character typed with the tree focused (the label editor takes it when open): the focus
+    // and selection move to the next row whose text starts with what was typed in the last
+    // k_typeAheadMs; the same letter again moves on to the next row starting with it.
+    void TypeChar(wchar_t ch);
+    static constexpr DWORD k_typeAheadMs = 1000;
     // Positive: away from the user, scrolling up.
     void Wheel(int delta);
     // The mouse moved far enough with a button held down on an item; ends the gesture.
@@ -81,6 +89,9 @@ private:
     void CloseBatch();
     void EndGesture();
     HTREEITEM NavigationTarget(UINT vk);
+    // TreeTypeAhead.cpp
+    HTREEITEM TypeAheadTarget(std::wstring const& typed, bool fromNextRow) const;
+    void ExpandAllBelow(HTREEITEM item);
     void PlaceCursor(CPoint point);
     std::vector<HTREEITEM> const& Ordered() const;
     // Where an item stands in the selection's order.
@@ -102,4 +113,6 @@ private:
     bool m_inspectionDeferred = false;
     bool m_dragging = false;
     bool m_clearTransportOnEmpty = true;
+    std::wstring m_typeAhead;
+    DWORD m_typeAheadAt = 0;
 };

@@ -55,10 +55,12 @@ public:
         IconType_Query = 36,
         IconType_Platform = 37,
         IconType_PhysicalFolder = 51,
+        // A category's root: the top of one kind of project content.
+        IconType_CategoryRoot = 60,
     };
 
     // Every icon type that has art, IconType_None excepted.
-    static constexpr std::array<IconType, 38> k_allIconTypes = {
+    static constexpr std::array<IconType, 39> k_allIconTypes = {
         IconType_Project,         IconType_WorkUnit,
         IconType_SequenceContainer, IconType_Folder,
         IconType_ActorMixer,      IconType_RandomContainer,
@@ -78,6 +80,7 @@ public:
         IconType_AuditionSession, IconType_MixingSession,
         IconType_ControlSurfaceSession, IconType_Query,
         IconType_Platform,        IconType_PhysicalFolder,
+        IconType_CategoryRoot,
     };
 
     // The icon of an object of that type, or null for OrbObjectType_None and unknown numbers.

@@ -216,6 +216,11 @@ HWND WindowSystem::SetFocus(HWND hwnd)
         previous->SendMessage(WM_KILLFOCUS, reinterpret_cast<WPARAM>(hwnd));
     if (CWnd* next = Lookup(hwnd); next && m_focus == hwnd)
         next->SendMessage(WM_SETFOCUS, reinterpret_cast<WPARAM>(old));
+    if (m_focusHook && m_focus == hwnd)
+    {
+        const std::function<void(HWND)> hook = m_focusHook; // the hook may replace itself
+        hook(hwnd);
+    }
     return old;
 }
 

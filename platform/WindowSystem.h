@@ -13,6 +13,7 @@
 #include "platform/WinTypes.h"
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -76,6 +77,9 @@ public:
     HWND SetFocus(HWND hwnd);
     // Forgets the focus without messages (its window is going away).
     void DropFocus(HWND hwnd);
+    // Called after every move of the focus with the window that has it now (null: none), as a
+    // host's frame hooks focus changes to follow its active view. One hook; null removes it.
+    void SetFocusHook(std::function<void(HWND)> hook) { m_focusHook = std::move(hook); }
 
     void SetDriver(IWindowSystemDriver* driver);
     IWindowSystemDriver* GetDriver() const { return m_driver; }
@@ -112,6 +116,7 @@ private:
     bool m_keys[256] = {};
     POINT m_cursor{};
     HWND m_focus = nullptr;
+    std::function<void(HWND)> m_focusHook;
     IWindowSystemDriver* m_driver = nullptr;
 };
 

@@ -40,15 +40,19 @@ bool HasDisplay()
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
-int RunDesktop(AppSession& session, int argc, char** argv)
+int RunDesktop(AppSession& session, std::filesystem::path const& project, std::filesystem::path const& fallback,
+               int argc, char** argv)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("sonarium"));
     QtWindowSystemDriver driver;
     MainWindow window(session, driver);
     DesktopBindings bindings(&window);
-    window.resize(k_width, k_height);
+    window.RestoreWindowState();
     window.show();
+    // Shown first, so that the user sees the project coming.
+    QMetaObject::invokeMethod(
+        &window, [&] { window.OpenStartProject(project, fallback); }, Qt::QueuedConnection);
     return QApplication::exec();
 }
 

@@ -12,8 +12,10 @@ namespace sn::qt
 // is reachable.
 bool HasDisplay();
 
-// Shows the main window over the session's project until the user closes it; the exit code.
-int RunDesktop(AppSession& session, int argc, char** argv);
+// Shows the main window where the user left it and opens the project given, else the one
+// opened last, else the fallback; runs until the user closes it; the exit code.
+int RunDesktop(AppSession& session, std::filesystem::path const& project, std::filesystem::path const& fallback,
+               int argc, char** argv);
 
 struct Screenshot
 {

@@ -1,7 +1,7 @@
 // The main window's menus and the host commands they send.
 
 #include "host/HostMessages.h"
-#include "sonarium/core/host/Theme.h"
+#include "sonarium/qt/ApplicationTheme.h"
 #include "sonarium/qt/DesktopSettings.h"
 #include "sonarium/qt/ExplorerMenu.h"
 #include "sonarium/qt/MainWindow.h"
@@ -16,14 +16,13 @@
 #include <QFileDialog>
 #include <QMenuBar>
 #include <QSettings>
+#include <QShortcut>
+#include <QStatusBar>
 
 namespace sn::qt
 {
 namespace
 {
-constexpr int k_recentCount = 8;
-
-const QString k_recentKey = QStringLiteral("RecentProjects");
 const QString k_themeKey = QStringLiteral("DarkTheme");
 } // namespace
 
@@ -42,27 +41,26 @@ void MainWindow::BuildMenus()
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     connect(edit, &QMenu::aboutToShow, this, &MainWindow::UpdateEditMenu);
-    m_undo = edit->addAction(tr("&Undo"), QKeySequence::Undo, this,
-                             [this]
-                             {
-                                 m_session.GetHost().Undo().Undo();
-                                 m_driver.Pump();
-                             });
-    m_redo = edit->addAction(tr("&Redo"), QKeySequence::Redo, this,
-                             [this]
-                             {
-                                 m_session.GetHost().Undo().Redo();
-                                 m_driver.Pump();
-                             });
+    auto addEdit = [&](EditCommand command, QString const& text, QKeySequence const& keys)
+    {
+        QAction* action = edit->addAction(text);
+        // The menu shows the keys; the window's shortcut takes them, also while the entry is
+        // disabled, so that a key that cannot act says why instead of doing nothing.
+        action->setShortcut(keys);
+        action->setShortcutContext(Qt::WidgetShortcut);
+        connect(action, &QAction::triggered, this, [this, command] { RunEdit(command); });
+        auto* shortcut = new QShortcut(keys, this);
+        connect(shortcut, &QShortcut::activated, this, [this, command] { RunEdit(command); });
+        m_editActions[command] = action;
+    };
+    addEdit(EditCommand::Undo, tr("&Undo"), QKeySequence::Undo);
+    addEdit(EditCommand::Redo, tr("&Redo"), QKeySequence::Redo);
     edit->addSeparator();
-    m_cut = edit->addAction(tr("Cu&t"), QKeySequence::Cut, this, [this] { SendToActiveView(WM_CUT); });
-    m_copy = edit->addAction(tr("&Copy"), QKeySequence::Copy, this, [this] { SendToActiveView(WM_COPY); });
-    m_paste =
-        edit->addAction(tr("&Paste"), QKeySequence::Paste, this, [this] { SendToActiveView(WM_PASTE); });
-    m_delete = edit->addAction(tr("&Delete"), QKeySequence::Delete, this,
-                               [this] { SendToActiveView(HostMessages::DeleteObject); });
-    m_rename = edit->addAction(tr("Re&name"), QKeySequence(Qt::Key_F2), this,
-                               [this] { SendToActiveView(HostMessages::RenameObject); });
+    addEdit(EditCommand::Cut, tr("Cu&t"), QKeySequence::Cut);
+    addEdit(EditCommand::Copy, tr("&Copy"), QKeySequence::Copy);
+    addEdit(EditCommand::Paste, tr("&Paste"), QKeySequence::Paste);
+    addEdit(EditCommand::Delete, tr("&Delete"), QKeySequence::Delete);
+    addEdit(EditCommand::Rename, tr("Re&name"), QKeySequence(Qt::Key_F2));
 
     AddObjectsMenu(*menuBar(), m_session, m_driver, this);
 
@@ -83,80 +81,49 @@ void MainWindow::BuildMenus()
     UpdateEditMenu();
 }
 
-LRESULT MainWindow::SendToActiveView(UINT message)
+void MainWindow::RunEdit(EditCommand command)
 {
-    Pane* pane = m_session.ActivePane();
-    if (!pane)
-        return 0;
-    const LRESULT result = pane->view->SendMessage(message, 0, 0);
+    const std::wstring status = EditMenu(m_session).Run(command);
     m_driver.Pump();
-    return result;
+    if (!status.empty())
+        statusBar()->showMessage(ToQt(status), 8000);
 }
 
 void MainWindow::UpdateEditMenu()
 {
-    UndoManager& undo = m_session.GetHost().Undo();
-    m_undo->setEnabled(undo.CanUndo());
-    m_redo->setEnabled(undo.CanRedo());
-    Pane* pane = m_session.ActivePane();
     // Only questions here: asking must not change anything, so nothing is pumped.
-    auto allowed = [pane](UINT question)
-    { return pane && pane->view->SendMessage(question, 0, 0) == HostMessages::Allowed; };
-    m_cut->setEnabled(allowed(HostMessages::CanCut));
-    m_copy->setEnabled(allowed(HostMessages::CanCopy));
-    m_paste->setEnabled(allowed(HostMessages::CanPaste));
-    m_delete->setEnabled(pane != nullptr);
-    m_rename->setEnabled(pane != nullptr);
+    const EditMenu menu(m_session);
+    for (auto const& [command, action] : m_editActions)
+    {
+        const EditAvailability availability = menu.Availability(command);
+        action->setEnabled(availability.enabled);
+        action->setStatusTip(ToQt(availability.why));
+    }
 }
 
 void MainWindow::FillRecentMenu()
 {
     m_recentMenu->clear();
-    const QStringList recent = DesktopSettings().value(k_recentKey).toStringList();
+    const QStringList recent = RecentProjects();
     for (QString const& path : recent)
         m_recentMenu->addAction(path, this,
                                 [this, path] { OpenProject(std::filesystem::path(FromQt(path))); });
     m_recentMenu->setEnabled(!recent.isEmpty());
 }
 
-void MainWindow::RememberRecent(std::filesystem::path const& path)
-{
-    std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
-    const QString entry = ToQt((error ? path : absolute).lexically_normal().wstring());
-    QSettings settings = DesktopSettings();
-    QStringList recent = settings.value(k_recentKey).toStringList();
-    recent.removeAll(entry);
-    recent.prepend(entry);
-    while (recent.size() > k_recentCount)
-        recent.removeLast();
-    settings.setValue(k_recentKey, recent);
-}
-
 void MainWindow::ChooseProjectFolder()
 {
-    const QString folder = QFileDialog::getExistingDirectory(this, tr("Open Project Folder"));
+    // Qt's own dialog, so that it wears the application's theme.
+    const QString folder = QFileDialog::getExistingDirectory(
+        this, tr("Open Project Folder"), QString(), QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
     if (!folder.isEmpty())
         OpenProject(std::filesystem::path(FromQt(folder)));
 }
 
 void MainWindow::ApplyTheme(bool dark)
 {
-    sn::theme::Load(dark ? sn::theme::Scheme::Dark : sn::theme::Scheme::Light);
+    ApplyApplicationTheme(dark);
     DesktopSettings().setValue(k_themeKey, dark);
-    QPalette palette = QApplication::palette();
-    const QColor window = ThemeColor("Window_Background");
-    const QColor text = ThemeColor("Explorer_NormalText");
-    palette.setColor(QPalette::Window, window);
-    palette.setColor(QPalette::Button, window);
-    palette.setColor(QPalette::WindowText, text);
-    palette.setColor(QPalette::ButtonText, text);
-    palette.setColor(QPalette::Text, text);
-    palette.setColor(QPalette::Base, ThemeColor("Explorer_BackgroundColor"));
-    palette.setColor(QPalette::AlternateBase, window);
-    palette.setColor(QPalette::Highlight, ThemeColor("Explorer_SelectionBackground"));
-    palette.setColor(QPalette::HighlightedText, ThemeColor("Explorer_SelectionText"));
-    setPalette(palette);
     for (PaneWidget* pane : m_panes)
         pane->update();
     update();

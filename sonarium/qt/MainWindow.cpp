@@ -2,7 +2,9 @@
 
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/qt/DesktopSettings.h"
+#include "sonarium/qt/InspectorWidget.h"
 #include "sonarium/qt/NewPaneDialog.h"
+#include "sonarium/qt/OpenProgressReporter.h"
 #include "sonarium/qt/PaneWidget.h"
 #include "sonarium/qt/QtText.h"
 #include "sonarium/qt/QtWindowSystemDriver.h"
@@ -52,11 +54,18 @@ MainWindow::MainWindow(AppSession& session, QtWindowSystemDriver& driver)
     connect(m_platforms, &QComboBox::currentIndexChanged, this, &MainWindow::OnPlatformChosen);
     connect(m_languages, &QComboBox::currentIndexChanged, this, &MainWindow::OnLanguageChosen);
 
+    // Before anything else hears that the queue ran: the pane the focus moved into brings its
+    // toolbar and the inspector to its selection, and the panes then show that.
+    connect(&m_driver, &QtWindowSystemDriver::Pumped, this, [this] { m_session.FollowFocus(); });
+    connect(m_splitter, &QSplitter::splitterMoved, this, &MainWindow::RememberSplitter);
+    connect(m_panels->Inspector(), &InspectorWidget::Refused, this,
+            [this](QString const& why) { statusBar()->showMessage(tr("Not changed: %1").arg(why), 8000); });
     BuildMenus();
     BuildPanes();
     FillSelectors();
     m_session.Recorder().SetListener(&MainWindow::OnRecorderChanged, this);
     connect(&m_driver, &QtWindowSystemDriver::Pumped, this, &MainWindow::UpdateEditMenu);
+    UpdateTitle();
     statusBar()->showMessage(m_session.GetProject()
                                  ? ToQt(std::wstring(m_session.GetProject()->GetName().c_str()))
                                  : tr("No project"));
@@ -96,11 +105,7 @@ void MainWindow::BuildPanes()
     int index = 0;
     for (Pane const& pane : m_session.Panes())
         AddPaneWidget(pane, index++);
-    QList<int> sizes;
-    for (size_t i = 0; i < m_panes.size(); ++i)
-        sizes << 360;
-    sizes << 380;
-    m_splitter->setSizes(sizes);
+    LayOutSplitter();
     m_driver.Pump();
 }
 
@@ -135,8 +140,10 @@ void MainWindow::ChooseNewPane()
     NewPaneDialog dialog(taken, this);
     if (dialog.exec() != QDialog::Accepted)
         return;
+    RememberSplitter();
     Pane& pane = m_session.OpenPane(dialog.Definition());
     AddPaneWidget(pane, static_cast<int>(m_panes.size()));
+    LayOutSplitter();
     SavePaneLayout(m_session.Panes());
     m_driver.Pump();
 }
@@ -147,8 +154,10 @@ void MainWindow::ClosePane(PaneWidget* widget)
     if (found == m_panes.end())
         return;
     DlgProjectExplorer* view = widget->View();
+    RememberSplitter();
     m_panes.erase(found);
     delete widget;
+    LayOutSplitter();
     // The host ends the view as it ends any closed pane: its expand and scroll state are saved.
     m_session.ClosePaneOf(view);
     SavePaneLayout(m_session.Panes());
@@ -191,6 +200,7 @@ void MainWindow::OnPlatformChosen(int index)
     if (m_fillingSelectors || !project || index < 0 || index >= static_cast<int>(project->Platforms().size()))
         return;
     m_session.GetHost().SetPlatform(project->Platforms()[static_cast<size_t>(index)].id);
+    RememberPlatform(project->GetFolder(), project->Platforms()[static_cast<size_t>(index)].id);
     m_driver.Pump();
 }
 
@@ -208,19 +218,29 @@ bool MainWindow::OpenProject(std::filesystem::path const& path)
     if (!OfferToSave())
         return false;
     // The session rebuilds its panes around the project opened; the widgets follow after.
+    RememberSplitter();
     DropPaneWidgets();
     std::vector<std::wstring> messages;
-    const bool opened = m_session.OpenProject(path, messages);
-    if (!opened)
+    OpenProgressReporter progress(*this, ToQt(path.filename().wstring()), m_progressDelayMs);
+    const bool opened = m_session.OpenProject(path, messages, std::ref(progress));
+    if (!opened && !progress.Cancelled())
         messages.push_back(L"The project " + path.wstring() + L" could not be opened.");
     if (!messages.empty())
         QMessageBox::warning(this, tr("Open Project"), JoinLines(messages));
     if (opened)
-        RememberRecent(path);
+    {
+        RememberProject(path);
+        RestorePlatform();
+    }
     BuildPanes();
     FillSelectors();
     RefreshFromRecorder();
-    statusBar()->showMessage(opened ? tr("Opened %1").arg(ToQt(path.wstring())) : tr("Not opened"));
+    UpdateTitle();
+    const QString name = ToQt(path.wstring());
+    if (opened)
+        statusBar()->showMessage(tr("Opened %1 (%2 work units read)").arg(name).arg(progress.Total()));
+    else
+        statusBar()->showMessage(progress.Cancelled() ? tr("Opening %1 was cancelled").arg(name) : tr("Not opened"));
     ShowReadOnly();
     return opened;
 }
@@ -251,11 +271,13 @@ void MainWindow::CloseProject()
 {
     if (!OfferToSave())
         return;
+    RememberSplitter();
     DropPaneWidgets();
     m_session.CloseProject();
     BuildPanes();
     FillSelectors();
     RefreshFromRecorder();
+    UpdateTitle();
     statusBar()->showMessage(tr("No project"));
     ShowReadOnly();
 }
@@ -267,6 +289,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    SaveWindowState();
     ClearPanes();
     // Closing the panes saved their state: a failing preferences file is told before the window goes.
     m_closing = true;

@@ -4,10 +4,12 @@
 // Edit and View menus.
 
 #include "sonarium/app/session/AppSession.h"
+#include "sonarium/app/session/EditMenu.h"
 
 #include <QMainWindow>
 
 #include <filesystem>
+#include <map>
 #include <vector>
 
 class QAction;
@@ -31,8 +33,16 @@ public:
     ~MainWindow() override;
 
     // Opens the project folder or file, after offering to save the open one; false when it
-    // stays closed (the reasons are shown).
+    // stays closed (the reasons are shown). Its progress shows in the status bar, and in a
+    // dialog with Cancel once it has taken longer than the progress delay.
     bool OpenProject(std::filesystem::path const& path);
+    // At start: the project given, else the one opened last, else the fallback.
+    void OpenStartProject(std::filesystem::path const& given, std::filesystem::path const& fallback);
+    void SetProgressDialogDelay(int milliseconds) { m_progressDelayMs = milliseconds; }
+
+    // WindowState.cpp: the window's place and splitter sizes, kept between runs.
+    void RestoreWindowState();
+    void SaveWindowState();
     std::vector<PaneWidget*> const& PaneWidgets() const { return m_panes; }
     SidePanels* Panels() const { return m_panels; }
 
@@ -65,10 +75,9 @@ private:
     // MainMenus.cpp: menus and the commands they send.
     void BuildMenus();
     void UpdateEditMenu();
-    // Sends a host command message to the active pane's view; 0 without one.
-    LRESULT SendToActiveView(UINT message);
+    // Runs an Edit menu command on the active pane, or says in the status bar why it cannot.
+    void RunEdit(EditCommand command);
     void FillRecentMenu();
-    void RememberRecent(std::filesystem::path const& path);
     void ChooseProjectFolder();
     void ApplyTheme(bool dark);
     void ShowPreferences();
@@ -78,6 +87,13 @@ private:
     void ShowPreferenceProblem(std::wstring const& problem);
     // A project another instance holds: said in the title and the status bar for as long as it is open.
     void ShowReadOnly();
+    // WindowState.cpp
+    // Gives the splitter the user's sizes for the widgets it holds now.
+    void LayOutSplitter();
+    void RememberSplitter();
+    // The platform chosen last in the open project, when it still has it.
+    void RestorePlatform();
+    void UpdateTitle();
 
     AppSession& m_session;
     QtWindowSystemDriver& m_driver;
@@ -96,6 +112,10 @@ private:
     QAction* m_rename = nullptr;
     QLabel* m_readOnly = nullptr;
     bool m_closing = false;
+    std::map<EditCommand, QAction*> m_editActions;
+    // The user's splitter sizes: the panes', then the side panels'.
+    QList<int> m_splitterSizes;
+    int m_progressDelayMs = 500;
     bool m_refreshQueued = false;
     bool m_fillingSelectors = false;
 };

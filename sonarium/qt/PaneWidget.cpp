@@ -7,6 +7,7 @@
 #include "sonarium/qt/ToolbarButton.h"
 #include "sonarium/qt/TreeViewWidget.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -34,7 +35,9 @@ PaneWidget::PaneWidget(Pane const& pane, QtWindowSystemDriver& driver, QWidget* 
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
 
-    auto* heading = new QHBoxLayout;
+    m_heading = new QWidget(this);
+    m_heading->setObjectName(QStringLiteral("paneHeading"));
+    auto* heading = new QHBoxLayout(m_heading);
     heading->setContentsMargins(0, 0, 4, 0);
     auto* title = new QLabel(ToQt(pane.name), this);
     title->setContentsMargins(6, 4, 6, 0);
@@ -47,9 +50,11 @@ PaneWidget::PaneWidget(Pane const& pane, QtWindowSystemDriver& driver, QWidget* 
     close->setText(QStringLiteral("\u00D7"));
     close->setToolTip(tr("Close Pane"));
     close->setAutoRaise(true);
+    // Tab goes from tree to tree, never to the button that would close one.
+    close->setFocusPolicy(Qt::NoFocus);
     connect(close, &QToolButton::clicked, this, [this] { Q_EMIT CloseRequested(this); });
     heading->addWidget(close);
-    layout->addLayout(heading);
+    layout->addWidget(m_heading);
 
     auto* bar = new QHBoxLayout;
     bar->setContentsMargins(4, 0, 4, 0);
@@ -83,6 +88,12 @@ void PaneWidget::resizeEvent(QResizeEvent* event)
     m_tree->SyncFromTree();
 }
 
+bool PaneWidget::HasFocusedTree() const
+{
+    QWidget* focus = QApplication::focusWidget();
+    return focus && (focus == m_tree || m_tree->isAncestorOf(focus));
+}
+
 void PaneWidget::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
@@ -90,5 +101,12 @@ void PaneWidget::paintEvent(QPaintEvent*)
     // The view paints its own background in the loaded theme (and picks up a new theme there).
     if (!m_view->SendMessage(WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.Hdc()), 0))
         painter.fillRect(rect(), ThemeColor("Window_Background"));
+    if (HasFocusedTree())
+    {
+        // A bar under the heading of the pane the keys go to.
+        const QRect heading = m_heading->geometry();
+        painter.fillRect(QRect(heading.left(), heading.bottom() - 1, heading.width(), 3),
+                         ThemeColor("Pane_FocusAccent"));
+    }
 }
 } // namespace sn::qt

@@ -24,6 +24,8 @@ public:
     DlgProjectExplorer* View() const { return m_view; }
     TreeViewWidget* TreeView() const { return m_tree; }
     std::vector<ToolbarButton*> const& Buttons() const { return m_buttons; }
+    // The pane holds the keyboard focus: its heading is marked.
+    bool HasFocusedTree() const;
 
 Q_SIGNALS:
     // The user asked to close the pane with the button on its title.
@@ -37,6 +39,7 @@ private:
     void SyncButtons();
 
     DlgProjectExplorer* m_view;
+    QWidget* m_heading = nullptr;
     TreeViewWidget* m_tree = nullptr;
     std::vector<ToolbarButton*> m_buttons;
 };

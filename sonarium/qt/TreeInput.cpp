@@ -5,7 +5,7 @@
 
 namespace sn::qt
 {
-std::optional<UINT> VirtualKey(int qtKey)
+std::optional<UINT> VirtualKey(int qtKey, Qt::KeyboardModifiers modifiers)
 {
     if ((qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z) || (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9))
         return static_cast<UINT>(qtKey); // the ASCII capitals and digits, as virtual keys are
@@ -41,7 +41,9 @@ std::optional<UINT> VirtualKey(int qtKey)
     case Qt::Key_Minus:
         return VK_SUBTRACT;
     case Qt::Key_Asterisk:
-        return VK_MULTIPLY;
+        if (modifiers & Qt::KeypadModifier)
+            return VK_MULTIPLY;
+        return std::nullopt;
     case Qt::Key_F2:
         return VK_F2;
     case Qt::Key_F5:

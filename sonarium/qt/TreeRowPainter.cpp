@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
+
 namespace sn::qt
 {
 namespace
@@ -40,8 +42,15 @@ void PaintButton(QPainter& painter, PETreeRow const& row, QColor const& colour)
 void PaintRow(QPainter& painter, PETreeRow const& row, TreePalette const& palette, bool hasFocus)
 {
     QColor text = ToQColor(row.textColor);
-    const QRect label = ToQRect(row.label);
-    if (row.selected || row.dropTarget)
+    // The label as shown: no further than the row's right edge.
+    QRect label = ToQRect(row.label);
+    label.setRight(std::min(label.right(), ToQRect(row.row).right()));
+    if (row.selected)
+    {
+        painter.fillRect(ToQRect(row.row), hasFocus ? palette.selection : palette.inactiveSelection);
+        text = hasFocus ? palette.selectionText : palette.inactiveSelectionText;
+    }
+    if (row.dropTarget)
     {
         painter.fillRect(label, palette.selection);
         text = palette.selectionText;
@@ -76,8 +85,13 @@ void PaintRow(QPainter& painter, PETreeRow const& row, TreePalette const& palett
     if (!row.editing)
     {
         painter.setPen(text);
-        painter.drawText(label.adjusted(CTreeCtrl::LabelPadding, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
-                         ToQt(row.text));
+        // All the room up to the row's end: only a label that does not fit there is elided.
+        QRect room = label.adjusted(CTreeCtrl::LabelPadding, 0, 0, 0);
+        room.setRight(ToQRect(row.row).right() - CTreeCtrl::LabelPadding);
+        const QString text = ToQt(row.text);
+        const QString shown =
+            IsLabelElided(row) ? painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width()) : text;
+        painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, shown);
     }
     if (row.focused && hasFocus)
     {
@@ -97,8 +111,15 @@ TreePalette TreePalette::FromTheme(PETreeCtrl const& tree)
                              : ToQColor(background);
     palette.selection = ThemeColor("Explorer_SelectionBackground");
     palette.selectionText = ThemeColor("Explorer_SelectionText");
+    palette.inactiveSelection = ThemeColor("Explorer_InactiveSelectionBackground");
+    palette.inactiveSelectionText = ThemeColor("Explorer_InactiveSelectionText");
     palette.cutText = ThemeColor("Explorer_CutText");
     return palette;
+}
+
+bool IsLabelElided(PETreeRow const& row)
+{
+    return row.label.right > row.row.right;
 }
 
 void PaintRows(QPainter& painter, std::vector<PETreeRow> const& rows, TreePalette const& palette,

@@ -11,7 +11,9 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QHelpEvent>
 #include <QScrollBar>
+#include <QToolTip>
 
 namespace sn::qt
 {
@@ -178,13 +180,25 @@ void TreeViewWidget::wheelEvent(QWheelEvent* event)
 void TreeViewWidget::keyPressEvent(QKeyEvent* event)
 {
     FollowModifierKey(event, true);
-    const std::optional<UINT> vk = VirtualKey(event->key());
-    if (!vk)
+    const std::optional<UINT> vk = VirtualKey(event->key(), event->modifiers());
+    // What the key types, as the window system turns a key press into characters; Ctrl and Alt
+    // make commands, not text, and the keypad's `*` expands.
+    const bool typing = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) &&
+                        !event->text().isEmpty() && event->text().front().isPrint() && vk != UINT(VK_MULTIPLY);
+    if (!vk && !typing)
     {
         QAbstractScrollArea::keyPressEvent(event);
         return;
     }
-    Act([&] { m_tree.KeyPress(*vk, MouseKeys(event->modifiers())); });
+    Act(
+        [&]
+        {
+            if (vk)
+                m_tree.KeyPress(*vk, MouseKeys(event->modifiers()));
+            if (typing && m_tree.GetSafeHwnd())
+                for (QChar ch : event->text())
+                    m_tree.TypeChar(static_cast<wchar_t>(ch.unicode()));
+        });
 }
 
 void TreeViewWidget::keyReleaseEvent(QKeyEvent* event)
@@ -215,14 +229,45 @@ void TreeViewWidget::FollowModifierKey(QKeyEvent* event, bool pressed)
 void TreeViewWidget::focusInEvent(QFocusEvent* event)
 {
     QAbstractScrollArea::focusInEvent(event);
+    // A press takes the focus first; what the host does about the new focus must wait for the
+    // press itself, which runs the queue.
     if (m_tree.GetSafeHwnd() && CWnd::GetFocus() != &m_tree)
-        Act([&] { m_tree.SetFocus(); });
+    {
+        if (event->reason() == Qt::MouseFocusReason)
+            m_tree.SetFocus();
+        else
+            Act([&] { m_tree.SetFocus(); });
+    }
+    // The selection's colour and the pane's heading show where the keyboard is.
+    viewport()->update();
+    if (parentWidget())
+        parentWidget()->update();
 }
 
 void TreeViewWidget::focusOutEvent(QFocusEvent* event)
 {
     QAbstractScrollArea::focusOutEvent(event);
     viewport()->update();
+    if (parentWidget())
+        parentWidget()->update();
+}
+
+bool TreeViewWidget::viewportEvent(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip || !m_tree.GetSafeHwnd())
+        return QAbstractScrollArea::viewportEvent(event);
+    auto* help = static_cast<QHelpEvent*>(event);
+    std::vector<PETreeRow> rows;
+    m_tree.GetVisibleRows(rows);
+    for (PETreeRow const& row : rows)
+        if (ToQRect(row.row).contains(help->pos()) && IsLabelElided(row))
+        {
+            QToolTip::showText(help->globalPos(), ToQt(row.text), viewport(), ToQRect(row.row));
+            return true;
+        }
+    QToolTip::hideText();
+    event->ignore();
+    return true;
 }
 
 void TreeViewWidget::SyncEditor()

@@ -46,6 +46,8 @@ protected:
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    // A label elided for want of room shows whole in its tooltip.
+    bool viewportEvent(QEvent* event) override;
 
 private:
     // Runs a gesture on the control, then what it posted, then mirrors the result.

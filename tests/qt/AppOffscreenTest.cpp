@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -91,4 +92,34 @@ TEST(AppOffscreen, AScriptStaysHeadlessAndABadProjectIsNamed)
     const AppRun missing = RunApp("/nonexistent/project/folder");
     EXPECT_NE(missing.status, 0);
     EXPECT_EQ(missing.output.find("window:"), std::string::npos);
+}
+
+TEST(AppOffscreen, ScriptsKeepOutOfTheUsersSettingsUnlessToldWhere)
+{
+    // Closing a pane saves its state in the preferences: the run writes settings.
+    const std::filesystem::path work = PrivateTestFile("-settings");
+    const std::filesystem::path script = work / "close.sonscript";
+    std::filesystem::create_directories(work);
+    {
+        std::unique_ptr<FILE, int (*)(FILE*)> file(fopen(script.c_str(), "w"), fclose);
+        fputs("toggle AudioObjects/Characters\nclose-pane Audio\n", file.get());
+    }
+    auto run = [&](std::string const& extra)
+    {
+        const std::string command = "env -u DISPLAY -u WAYLAND_DISPLAY XDG_CONFIG_HOME=" + (work / "user").string() +
+                                    " " + SONARIUM_APP + " " SONARIUM_SAMPLES_DIR "/Demo --script " +
+                                    script.string() + extra + " >/dev/null 2>&1";
+        return std::system(command.c_str());
+    };
+    EXPECT_EQ(run(""), 0);
+    EXPECT_FALSE(std::filesystem::exists(work / "user")) << "nothing of the user's was read or written";
+    EXPECT_EQ(run(" --settings " + (work / "chosen").string()), 0);
+    EXPECT_TRUE(std::filesystem::exists(work / "chosen" / "preferences.json"));
+    EXPECT_FALSE(std::filesystem::exists(work / "user"));
+
+    const AppRun help = RunApp("--help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_EQ(help.output.rfind("usage: sonarium [PROJECT] [--script FILE|-] [--settings DIR]", 0), 0u) << help.output;
+    EXPECT_NE(help.output.find("--settings DIR"), std::string::npos);
+    std::filesystem::remove_all(work);
 }

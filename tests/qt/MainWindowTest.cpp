@@ -6,8 +6,10 @@
 
 #include "host/UserPreferences.h"
 #include "sonarium/app/session/AppSession.h"
+#include "sonarium/app/session/TreePoints.h"
 #include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/qt/InspectorWidget.h"
 #include "sonarium/qt/MainWindow.h"
 #include "sonarium/qt/PaneWidget.h"
 #include "sonarium/qt/PreferencesDialog.h"
@@ -22,6 +24,7 @@
 #include <QListWidget>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTest>
 #include <QToolButton>
 
@@ -84,8 +87,36 @@ TEST_F(MainWindowMenus, EditFollowsUndoAndWhatTheFocusedViewAllows)
     EXPECT_FALSE(edit[QStringLiteral("&Redo")]->isEnabled());
     for (const char* text : {"Cu&t", "&Copy", "&Paste"})
         EXPECT_FALSE(edit[QString::fromLatin1(text)]->isEnabled()) << text << ": the view does not allow it";
+    // Nothing selected: nothing to delete or rename, and the keys say so instead of doing nothing.
+    EXPECT_FALSE(edit[QStringLiteral("&Delete")]->isEnabled());
+    EXPECT_FALSE(edit[QStringLiteral("Re&name")]->isEnabled());
+    EXPECT_EQ(edit[QStringLiteral("&Delete")]->statusTip(), QStringLiteral("nothing is selected in Audio"));
+    QTest::keyClick(window.get(), Qt::Key_F2);
+    EXPECT_EQ(window->statusBar()->currentMessage(), QStringLiteral("Cannot rename: nothing is selected in Audio"));
+
+    PETreeCtrl& tree = window->PaneWidgets().front()->View()->GetTreeCtrl();
+    auto select = [&](wchar_t const* path, UINT keys)
+    {
+        sn::ProjectObject* object = sn::FindByPath(*session.GetProject(), path);
+        ASSERT_NE(object, nullptr);
+        HTREEITEM item = tree.GetItemWithGUID(object->Id(), TVI_ROOT);
+        ASSERT_NE(item, nullptr);
+        tree.Click(sn::LabelPoint(tree, item), keys);
+        driver.Pump();
+    };
+    select(L"AudioObjects/World", 0);
+    edit = EditMenu();
     EXPECT_TRUE(edit[QStringLiteral("&Delete")]->isEnabled());
     EXPECT_TRUE(edit[QStringLiteral("Re&name")]->isEnabled());
+    select(L"AudioObjects/Interface", MK_CONTROL);
+    edit = EditMenu();
+    EXPECT_TRUE(edit[QStringLiteral("&Delete")]->isEnabled());
+    EXPECT_FALSE(edit[QStringLiteral("Re&name")]->isEnabled()) << "one object is renamed at a time";
+    // A category's root can be neither.
+    select(L"AudioObjects", 0);
+    edit = EditMenu();
+    EXPECT_FALSE(edit[QStringLiteral("&Delete")]->isEnabled());
+    EXPECT_FALSE(edit[QStringLiteral("Re&name")]->isEnabled());
 
     sn::ProjectObject* world = sn::FindByPath(*session.GetProject(), L"AudioObjects/World");
     ASSERT_TRUE(sn::ProjectEdit::Rename(world, L"Overworld"));
@@ -138,11 +169,10 @@ TEST_F(MainWindowPanels, PanelsShowWhatTheExplorerSentAndPlayDrivesTheHost)
     EXPECT_EQ(panels->EventViewer()->item(0)->text(), QStringLiteral("AudioObjects/World"));
     // The inspection is posted at the end of the click; let it arrive.
     QDeadlineTimer limit(5000);
-    while (panels->Inspector()->count() == 0 && !limit.hasExpired())
+    while (panels->Inspector()->Heading()->text() != QStringLiteral("World") && !limit.hasExpired())
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    ASSERT_EQ(panels->Inspector()->count(), 1);
-    EXPECT_EQ(panels->Inspector()->item(0)->text(), QStringLiteral("AudioObjects/World"));
-    EXPECT_EQ(panels->TransportObject()->text(), QStringLiteral("AudioObjects/World"));
+    EXPECT_EQ(panels->Inspector()->Heading()->text(), QStringLiteral("World"));
+    EXPECT_EQ(panels->TransportText(), QStringLiteral("AudioObjects/World"));
 
     auto button = [panels](QString const& text) -> QPushButton*
     {

@@ -7,16 +7,21 @@
 #include "host/Utf8.h"
 #include "sonarium/app/session/AppSession.h"
 #include "sonarium/app/session/TreeText.h"
+#include "sonarium/core/host/ProjectBuilder.h"
+#include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/qt/PaneWidget.h"
 #include "sonarium/qt/QtText.h"
 #include "sonarium/qt/QtWindowSystemDriver.h"
 #include "sonarium/qt/ToolbarButton.h"
+#include "sonarium/qt/TreeRowPainter.h"
 #include "sonarium/qt/TreeViewWidget.h"
 
 #include <QDeadlineTimer>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QHelpEvent>
 #include <QTest>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -194,4 +199,54 @@ TEST_F(PaneFixture, ToolbarButtonsMirrorTheViewsButtonsAndClickThem)
             break;
         }
     EXPECT_EQ(runs, 1) << "a disabled button is not clicked";
+}
+
+TEST_F(PaneFixture, TheFocusedSelectionSpansTheRowAndALongNameIsElidedWithItsTooltip)
+{
+    Click(L"World");
+    ASSERT_TRUE(View().hasFocus());
+    const PETreeRow world = Row(L"World");
+    const int y = (world.row.top + world.row.bottom) / 2;
+    const int farRight = View().viewport()->width() - 3;
+    const QColor focused = sn::qt::ThemeColor("Explorer_SelectionBackground");
+    const QColor unfocused = sn::qt::ThemeColor("Explorer_InactiveSelectionBackground");
+    ASSERT_NE(focused, unfocused);
+    EXPECT_EQ(View().viewport()->grab().toImage().pixelColor(farRight, y), focused) << "the whole row";
+    View().clearFocus();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(View().viewport()->grab().toImage().pixelColor(farRight, y), unfocused)
+        << "a pane without the keyboard shows its selection quieter";
+
+    // A name longer than the pane is wide is cut short, and shows whole where the mouse rests.
+    const std::wstring longName = L"World of weather and wind and everything else that howls at night";
+    sn::ProjectObject* renamed = sn::FindByPath(*session.GetProject(), L"AudioObjects/World");
+    ASSERT_TRUE(sn::ProjectEdit::Rename(renamed, longName.c_str()));
+    driver.Pump();
+    widget->resize(220, 500);
+    QCoreApplication::processEvents();
+    const PETreeRow cut = Row(longName);
+    EXPECT_TRUE(sn::qt::IsLabelElided(cut));
+    EXPECT_FALSE(sn::qt::IsLabelElided(Row(L"Interface")));
+    const QPoint at((cut.label.left + cut.row.right) / 2, (cut.row.top + cut.row.bottom) / 2);
+    QHelpEvent help(QEvent::ToolTip, at, View().viewport()->mapToGlobal(at));
+    QCoreApplication::sendEvent(View().viewport(), &help);
+    EXPECT_EQ(QToolTip::text(), sn::qt::ToQt(longName));
+    QToolTip::hideText();
+}
+
+TEST_F(PaneFixture, TypedLettersFindRowsAndTheKeypadStarOpensABranch)
+{
+    Click(L"Characters");
+    QTest::keyClicks(&View(), QStringLiteral("int"));
+    EXPECT_EQ(sn::SelectionLines(Tree()), (std::vector<std::wstring>{L"* AudioObjects/Interface"}));
+    QTest::keyClick(&View(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(Tree().GetSelectedCount(), static_cast<UINT>(Tree().GetRowCount()));
+
+    // `*` typed on the main keyboard is only a character.
+    Click(L"Characters");
+    QTest::keyClick(&View(), Qt::Key_Asterisk);
+    EXPECT_FALSE(Row(L"Characters").expanded);
+    QTest::keyClick(&View(), Qt::Key_Asterisk, Qt::KeypadModifier);
+    EXPECT_TRUE(Row(L"Characters").expanded);
+    EXPECT_TRUE(Row(L"Player", 2).expanded) << "everything below the focused row";
 }

@@ -7,8 +7,8 @@ set -uo pipefail
 sonarium=$1 sample=$2
 work=$(mktemp -d)
 trap 'exec 3>&- 2>/dev/null; wait; rm -rf "$work"' EXIT
-cp -r "$sample" "$work/project"
-export XDG_CONFIG_HOME="$work/config"
+. "$(dirname "$0")/copy-sample.sh"
+copy_sample "$sample" "$work/project"
 fail() { echo "FAILED: $*"; [ -f "$work/err" ] && cat "$work/err"; exit 1; }
 
 # sonarium exits with CODE and says MESSAGE on standard error.
@@ -23,9 +23,10 @@ expect_error() {
 expect_error 2 "--script needs a file name, or - for standard input" "$work/project" --script ""
 expect_error 2 "the script $work is a folder, not a file" "$work/project" --script "$work"
 
-mkdir -p "$work/config/sonarium"
-echo '{ "version": 1, "sections": ' >"$work/config/sonarium/preferences.json"
-echo 'print tree' | "$sonarium" "$work/project" --script - >/dev/null 2>"$work/err" || fail "a damaged preferences file stopped the run"
+mkdir -p "$work/settings"
+echo '{ "version": 1, "sections": ' >"$work/settings/preferences.json"
+echo 'print tree' | "$sonarium" "$work/project" --settings "$work/settings" --script - >/dev/null 2>"$work/err" ||
+  fail "a damaged preferences file stopped the run"
 [ "$(grep -c '^sonarium: preferences: .*preferences.json: .*moved aside to .*corrupt-1' "$work/err")" -eq 1 ] ||
   fail "the damaged preferences were not told exactly once"
 

@@ -9,7 +9,8 @@ sonarium=$1 sample=$2 script=$3 make_audio=${4:-}
 expected=${script%.sonscript}.out
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-cp -r "$sample" "$work/project"
+. "$(dirname "$0")/copy-sample.sh"
+copy_sample "$sample" "$work/project"
 export XDG_CONFIG_HOME="$work/config"
 # Files a script names (audio to drop or import...) are found next to it.
 cp -r "$(dirname "$script")/." "$work/run"

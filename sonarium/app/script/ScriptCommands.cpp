@@ -16,6 +16,7 @@
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/ui/dialogs/MessageBoxButtons.h"
 
+#include <cwctype>
 #include <map>
 #include <sstream>
 
@@ -30,7 +31,7 @@ std::optional<UINT> KeyCode(std::wstring const& name)
         {L"Home", VK_HOME},     {L"End", VK_END},           {L"PageUp", VK_PRIOR},  {L"PageDown", VK_NEXT},
         {L"Delete", VK_DELETE}, {L"Enter", VK_RETURN},      {L"Escape", VK_ESCAPE}, {L"Space", VK_SPACE},
         {L"Add", VK_ADD},       {L"Subtract", VK_SUBTRACT}, {L"F2", VK_F2},         {L"F5", VK_F5},
-        {L"Shift", VK_SHIFT},   {L"Backspace", VK_BACK},    {L"Tab", VK_TAB},
+        {L"Shift", VK_SHIFT},   {L"Backspace", VK_BACK},    {L"Tab", VK_TAB},       {L"Multiply", VK_MULTIPLY},
     };
     if (auto found = k_keys.find(name); found != k_keys.end())
         return found->second;
@@ -131,9 +132,14 @@ bool ScriptRunner::Key(Words const& given, std::wstring& error)
     if (!WordCount(words, 2, 2, L"key NAME [ctrl] [shift] [alt]", error))
         return false;
     std::optional<UINT> vk = KeyCode(words[1]);
-    if (!vk)
+    // A single character also types itself, as a keyboard does without Ctrl or Alt.
+    const bool typing = words[1].size() == 1 && std::iswprint(words[1][0]) && !(keys & (MK_CONTROL | MK_ALT));
+    if (!vk && !typing)
         return Fail(error, L"unknown key \"" + words[1] + L"\"");
-    tree->KeyPress(*vk, keys);
+    if (vk)
+        tree->KeyPress(*vk, keys);
+    if (typing)
+        tree->TypeChar(static_cast<wchar_t>(std::towlower(words[1][0])));
     return true;
 }
 
@@ -332,10 +338,13 @@ bool ScriptRunner::Print(Words const& words, std::wstring& error)
     if (what == L"object")
         return PrintObject(words, error);
     static const std::map<std::wstring, size_t> k_mostWords = {
-        {L"tree", 3}, {L"selection", 3}, {L"notifications", 2}, {L"dialogs", 2}, {L"menus", 2}, {L"drops", 2},
+        {L"tree", 3},  {L"selection", 3}, {L"notifications", 2}, {L"dialogs", 2},
+        {L"menus", 2}, {L"drops", 2},     {L"inspector", 2},     {L"edit-menu", 2},
     };
     if (!TooManyWords(words, k_mostWords, what, error))
         return false;
+    if (PrintPanel(what))
+        return true;
     if (what == L"tree" || what == L"selection")
     {
         Pane* pane = PaneNamed(words, 2, error);
@@ -353,8 +362,9 @@ bool ScriptRunner::Print(Words const& words, std::wstring& error)
     }
     if (what == L"dialogs")
     {
+        // Answers still queued stay queued: an unused one is still an error at the end.
         Indented(m_out, L"dialogs", LinesOf(m_dialogs.Transcript()));
-        m_dialogs.Clear();
+        m_dialogs.ClearRecords();
         return true;
     }
     if (what == L"drops")
@@ -371,6 +381,6 @@ bool ScriptRunner::Print(Words const& words, std::wstring& error)
     }
     return Fail(error,
                 L"usage: print tree [PANE] | selection [PANE] | notifications | dialogs | menus | drops | "
-                L"object PATH");
+                L"object PATH | inspector | edit-menu");
 }
 } // namespace sn

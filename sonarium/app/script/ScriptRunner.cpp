@@ -179,9 +179,12 @@ void ScriptRunner::AddCommands()
     };
     m_commands[L"use"] = [this](Words const& words, std::wstring& error)
     {
-        if (!WordCount(words, 2, 2, L"use NAME", error) || !PaneNamed(words, 1, error))
+        Pane* pane = WordCount(words, 2, 2, L"use NAME", error) ? PaneNamed(words, 1, error) : nullptr;
+        if (!pane)
             return false;
         m_pane = words[1];
+        // The user moves to the pane: its tree takes the keyboard focus.
+        pane->view->GetTreeCtrl().SetFocus();
         return true;
     };
     for (wchar_t const* gesture : {L"click", L"double-click", L"right-click", L"toggle", L"click-empty"})
@@ -227,5 +230,6 @@ void ScriptRunner::AddCommands()
     m_commands[L"command"] = [this](Words const& words, std::wstring& error) { return Command(words, error); };
     m_commands[L"host"] = [this](Words const& words, std::wstring& error) { return HostEdit(words, error); };
     m_commands[L"print"] = [this](Words const& words, std::wstring& error) { return Print(words, error); };
+    AddPanelCommands();
 }
 } // namespace sn

@@ -51,6 +51,9 @@ private:
     bool Drag(Words const& words, std::wstring& error);
     // A row of a pane (scrolled into view), or the empty space below its last row for "below".
     bool DropPoint(Pane& pane, std::wstring const& target, CPoint& point, std::wstring& error);
+    // ScriptPanels.cpp: the Edit menu and the property inspector.
+    void AddPanelCommands();
+    bool PrintPanel(std::wstring const& what);
     Pane* PaneNamed(Words const& words, size_t index, std::wstring& error);
     HTREEITEM Row(std::wstring const& path, std::wstring& error);
     HTREEITEM Row(PETreeCtrl& tree, std::wstring const& path, std::wstring& error);

@@ -31,8 +31,9 @@ LRESULT AppMainWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == HostMessages::MayDriveTransport)
     {
-        CWnd* view = CWnd::FromHandle(reinterpret_cast<HWND>(wParam));
-        return view && IsChild(view) && view->IsWindowVisible() ? 1 : 0;
+        const HWND asking = reinterpret_cast<HWND>(wParam);
+        CWnd* view = CWnd::FromHandle(asking);
+        return view && asking == m_transportView && IsChild(view) && view->IsWindowVisible() ? 1 : 0;
     }
     if (message == HostMessages::MainWindowCommand && wParam == HostMessages::MainWindowRefreshViews)
     {
@@ -67,23 +68,28 @@ AppSession::AppSession(HostOptions options) : m_host(std::make_unique<Host>(std:
                                            Pane* pane = ActivePane();
                                            return pane && (pane->view->Expand(false, true), true);
                                        });
+    m_inspector = std::make_unique<InspectorModel>();
+    WindowSystem::Get().SetFocusHook([this](HWND focus) { OnFocusChanged(focus); });
 }
 
 AppSession::~AppSession()
 {
+    WindowSystem::Get().SetFocusHook(nullptr);
     CloseAllPanes();
     // Closing the panes saved their state: a preference file that fails says so now.
     m_reports->ReportPreferenceProblems();
     m_reports.reset();
+    m_inspector.reset();
     m_recorder.reset();
     m_host->SetMainWnd(nullptr);
     m_main.DestroyWindow();
     m_host.reset();
 }
 
-bool AppSession::OpenProject(std::filesystem::path const& path, std::vector<std::wstring>& messages)
+bool AppSession::OpenProject(std::filesystem::path const& path, std::vector<std::wstring>& messages,
+                             OpenProgress const& progress)
 {
-    OpenResult opened = sn::OpenProject(path, OpenOptions{.lock = true});
+    OpenResult opened = sn::OpenProject(path, OpenOptions{.lock = true, .progress = progress});
     Describe(opened.problems, messages);
     if (!opened.project)
         return false;
@@ -155,8 +161,9 @@ Pane& AppSession::OpenPane(PaneDefinition const& definition, RECT const& rect)
     auto* view = new DlgProjectExplorer(definition.categories, &m_main);
     view->Create(DlgProjectExplorer::IDD, &m_main);
     view->MoveWindow(&rect);
-    view->OnLoadView();
     m_panes.push_back({definition.name, definition.categories, rect, view});
+    KeepTransportView();
+    view->OnLoadView();
     Pump();
     return m_panes.back();
 }
@@ -190,6 +197,7 @@ void AppSession::ClosePane(size_t index)
     m_panes.erase(m_panes.begin() + static_cast<std::ptrdiff_t>(index));
     view->OnDeleteView();
     view->DestroyWindow();
+    KeepTransportView();
 }
 
 void AppSession::CloseAllPanes()
@@ -206,15 +214,6 @@ Pane* AppSession::FindPane(std::wstring const& name)
     return nullptr;
 }
 
-Pane* AppSession::ActivePane()
-{
-    CWnd* focus = CWnd::GetFocus();
-    for (Pane& pane : m_panes)
-        if (focus && (focus == pane.view || pane.view->IsChild(focus)))
-            return &pane;
-    return m_panes.empty() ? nullptr : &m_panes.front();
-}
-
 std::vector<IOrbObject*> AppSession::HostSelection()
 {
     std::vector<IOrbObject*> objects;
@@ -225,6 +224,8 @@ std::vector<IOrbObject*> AppSession::HostSelection()
 
 void AppSession::Pump()
 {
+    WindowSystem::Get().RunUntilIdle();
+    FollowFocus();
     WindowSystem::Get().RunUntilIdle();
     m_reports->ReportPreferenceProblems();
 }

@@ -7,6 +7,8 @@
 #include "sonarium/app/session/HostRecorder.h"
 #include "sonarium/app/session/HostReports.h"
 #include "sonarium/core/host/Host.h"
+#include "sonarium/core/storage/ProjectStorage.h"
+#include "sonarium/ui/inspector/InspectorModel.h"
 
 #include <filesystem>
 #include <memory>
@@ -30,12 +32,17 @@ std::vector<PaneDefinition> DefaultPanes();
 class AppMainWindow : public CWnd
 {
 public:
-    // Only visible views drive the transport; a closed one never does.
+    // Only the view that last had the focus drives the transport, and only while visible.
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     // Called when a view asks the main window to refresh its views (work units were loaded).
     void (*m_onRefreshViews)(void* context) = nullptr;
     void* m_refreshContext = nullptr;
+    void SetTransportView(HWND view) { m_transportView = view; }
+    HWND TransportView() const { return m_transportView; }
+
+private:
+    HWND m_transportView = nullptr;
 };
 
 struct Pane
@@ -58,10 +65,15 @@ public:
     AppMainWindow& MainWindow() { return m_main; }
     HostRecorder& Recorder() { return *m_recorder; }
     HostReports& Reports() { return *m_reports; }
+    // The host's property inspector.
+    InspectorModel& Inspector() { return *m_inspector; }
 
     // Opens a project folder or file; problems found on the way (unreadable work units...) go to
     // `messages`, one per line. False when the project could not be opened at all.
-    bool OpenProject(std::filesystem::path const& path, std::vector<std::wstring>& messages);
+    // `progress` hears how many work units are read of all, and may cancel (the open project
+    // then stays as it was).
+    bool OpenProject(std::filesystem::path const& path, std::vector<std::wstring>& messages,
+                     OpenProgress const& progress = {});
     bool SaveProject(std::vector<std::wstring>& messages);
     void CloseProject();
     Project* GetProject() const { return m_host->GetProject(); }
@@ -79,15 +91,25 @@ public:
     void CloseAllPanes();
     std::vector<Pane>& Panes() { return m_panes; }
     Pane* FindPane(std::wstring const& name);
-    // The pane whose view holds the keyboard focus, else the first one.
+    // The pane whose view last had the keyboard focus (the first one until the user focuses
+    // one): it drives the transport and receives the Edit menu's commands.
     Pane* ActivePane();
 
-    // Runs posted messages and due timers until nothing is left.
+    // Runs posted messages until nothing is left, then FollowFocus.
     void Pump();
     // The objects selected in the active pane: the host's selection, which its tools act on.
     std::vector<IOrbObject*> HostSelection();
+    // Once the work of a gesture has run: when the focus moved into another pane, its toolbar
+    // follows its selection and the inspector shows that selection (with inspection on single
+    // click), unless the gesture already had it inspected.
+    void FollowFocus();
 
 private:
+    // SessionFocus.cpp
+    void OnFocusChanged(HWND focus);
+    // The transport stays with a pane that is open, the first one when its own has gone.
+    void KeepTransportView();
+
     std::vector<PaneDefinition> ClosePanesKeepingLayout();
     void ReopenPanes(std::vector<PaneDefinition> const& definitions);
 
@@ -95,7 +117,9 @@ private:
     AppMainWindow m_main;
     std::unique_ptr<HostRecorder> m_recorder;
     std::unique_ptr<HostReports> m_reports;
+    std::unique_ptr<InspectorModel> m_inspector;
     std::vector<Pane> m_panes;
     std::string m_readOnly;
+    bool m_followPending = false;
 };
 } // namespace sn

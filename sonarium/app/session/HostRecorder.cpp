@@ -1,5 +1,6 @@
 #include "sonarium/app/session/HostRecorder.h"
 
+#include "host/ObjectIcons.h"
 #include "host/OrbObjNotify.h"
 #include "host/Utf8.h"
 #include "sonarium/core/host/ProjectBuilder.h"
@@ -50,6 +51,7 @@ HostRecorder::HostRecorder()
     notify->Register(k_transport, NotifyDelegate(this, &HostRecorder::OnTransport));
     notify->Register(notify::chObject, NotifyDelegate(this, &HostRecorder::OnObject));
     notify->Register(notify::chInspector, NotifyDelegate(this, &HostRecorder::OnInspector));
+    notify->Register(notify::chProject, NotifyDelegate(this, &HostRecorder::OnProject));
 }
 
 HostRecorder::~HostRecorder()
@@ -61,6 +63,7 @@ HostRecorder::~HostRecorder()
     notify->UnRegister(k_transport, NotifyDelegate(this, &HostRecorder::OnTransport));
     notify->UnRegister(notify::chObject, NotifyDelegate(this, &HostRecorder::OnObject));
     notify->UnRegister(notify::chInspector, NotifyDelegate(this, &HostRecorder::OnInspector));
+    notify->UnRegister(notify::chProject, NotifyDelegate(this, &HostRecorder::OnProject));
 }
 
 void HostRecorder::SetListener(void (*listener)(void*), void* context)
@@ -81,15 +84,15 @@ void HostRecorder::OnEventViewer(CNotifyItemBase* item)
     auto* param = item ? dynamic_cast<OrbObjNotify::MultiObjectNotificationParam*>(item->pData) : nullptr;
     if (!param || param->event != k_objectsList)
         return;
-    m_eventViewer = PathsOf(param->objects);
-    Add(L"event viewer: " + Joined(m_eventViewer));
+    m_eventViewer.assign(param->objects.begin(), param->objects.end());
+    Add(L"event viewer: " + Joined(PathsOf(param->objects)));
 }
 
 void HostRecorder::OnTransport(CNotifyItemBase* item)
 {
     if (!item || !item->pData || item->pData->event != k_transportPrimaryDisable)
         return;
-    m_transport.clear();
+    m_transport = nullptr;
     Add(L"transport: disabled");
 }
 
@@ -97,9 +100,54 @@ void HostRecorder::OnObject(CNotifyItemBase* item)
 {
     auto* param = item ? dynamic_cast<OrbObjNotify::OrbPlayInPrimaryTransportParam*>(item->pData) : nullptr;
     if (!param || param->event != k_playInPrimaryTransport)
+    {
+        // A rename or removal changes how what the panes hold reads.
+        if (m_listener && (m_transport || !m_eventViewer.empty()))
+            m_listener(m_listenerContext);
         return;
-    m_transport = ObjectPath(param->object);
-    Add(L"transport: " + m_transport);
+    }
+    m_transport = param->object;
+    Add(L"transport: " + ObjectPath(param->object));
+}
+
+namespace
+{
+bool StillThere(IOrbObject const* object)
+{
+    auto const* model = dynamic_cast<ProjectObject const*>(object);
+    return model && model->IsInProject();
+}
+} // namespace
+
+std::vector<HostRecorder::Listed> HostRecorder::EventViewer() const
+{
+    std::vector<Listed> listed;
+    for (CSmartPtr<IOrbObject> const& object : m_eventViewer)
+        if (StillThere(object))
+        {
+            auto const* model = dynamic_cast<ProjectObject const*>(object.Get());
+            listed.push_back({ObjectPath(object), ObjectIcons::IconTypeOfNode(model->GetNodeType())});
+        }
+    return listed;
+}
+
+std::wstring HostRecorder::TransportObject() const
+{
+    return StillThere(m_transport) ? ObjectPath(m_transport) : std::wstring();
+}
+
+void HostRecorder::OnProject(CNotifyItemBase* item)
+{
+    if (!item || !item->pData)
+        return;
+    ROString const& event = item->pData->event;
+    if (event != notify::evPreClose && event != notify::evLoaded && event != notify::evCreated)
+        return;
+    // What the panes showed belongs to the project going away, or to none of the new one.
+    m_eventViewer.clear();
+    m_transport = nullptr;
+    if (m_listener)
+        m_listener(m_listenerContext);
 }
 
 void HostRecorder::OnInspector(CNotifyItemBase* item)
@@ -107,8 +155,7 @@ void HostRecorder::OnInspector(CNotifyItemBase* item)
     auto* param = item ? dynamic_cast<notify::InspectParam*>(item->pData) : nullptr;
     if (!param)
         return;
-    m_inspected = PathsOf(param->objects);
     Add(std::wstring(L"inspector") + (param->fromDoubleClick ? L" (double click)" : L"") + L": " +
-        Joined(m_inspected));
+        Joined(PathsOf(param->objects)));
 }
 } // namespace sn

@@ -5,11 +5,12 @@
 
 #include "host/NotifyMgr.h"
 #include "host/ROString.h"
+#include "host/SmartPtr.h"
 
 #include <string>
 #include <vector>
 
-class IOrbObject;
+#include "host/OrbObject.h"
 
 namespace sn
 {
@@ -28,10 +29,17 @@ public:
     // A line about something the host did itself, such as its main window refreshing.
     void Note(std::wstring line) { Add(std::move(line)); }
 
-    // The latest state of each pane.
-    std::vector<std::wstring> const& EventViewer() const { return m_eventViewer; }
-    std::vector<std::wstring> const& Inspected() const { return m_inspected; }
-    std::wstring const& TransportObject() const { return m_transport; }
+    // What each pane shows now, named as the objects are named now: an object renamed since
+    // shows its new path, one that has left the project is gone. Opening or closing a project
+    // empties them.
+    struct Listed
+    {
+        std::wstring path;
+        int iconType = 0; // an ObjectIcons::IconType
+    };
+    std::vector<Listed> EventViewer() const;
+    // Empty when the transport holds nothing.
+    std::wstring TransportObject() const;
 
     // Called after each change, for the panes that show it.
     void SetListener(void (*listener)(void*), void* context);
@@ -41,13 +49,13 @@ private:
     void OnTransport(CNotifyItemBase* item);
     void OnObject(CNotifyItemBase* item);
     void OnInspector(CNotifyItemBase* item);
+    void OnProject(CNotifyItemBase* item);
     void Add(std::wstring line);
 
     std::vector<ROString> m_channels;
     std::vector<std::wstring> m_lines;
-    std::vector<std::wstring> m_eventViewer;
-    std::vector<std::wstring> m_inspected;
-    std::wstring m_transport;
+    std::vector<CSmartPtr<IOrbObject>> m_eventViewer;
+    CSmartPtr<IOrbObject> m_transport;
     void (*m_listener)(void*) = nullptr;
     void* m_listenerContext = nullptr;
 };

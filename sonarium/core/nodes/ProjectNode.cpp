@@ -115,6 +115,9 @@ CStdStr<wchar_t> ProjectNode::GetDisplayName() const
 
 int ProjectNode::GetIconType() const
 {
+    // A category's root is not a work unit the user made: it has an icon of its own.
+    if (m_model->IsTopWorkUnit())
+        return ObjectIcons::IconType_CategoryRoot;
     return IconOf(m_type);
 }
 

@@ -263,8 +263,24 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder, const OpenOptions& o
     state.projectStamp = stamp;
     state.lock = std::move(lock.lock);
     state.readOnly = result.readOnly;
-    for (WorkUnitObject* unit : project.FileWorkUnits())
+    const std::vector<WorkUnitObject*> units = project.FileWorkUnits();
+    const size_t total = static_cast<size_t>(
+        std::count_if(units.begin(), units.end(), [](const WorkUnitObject* unit) { return unit->IsLoaded(); }));
+    size_t read = 0;
+    // Stopped on the way, the project is dropped as if never opened.
+    auto cancelled = [&](size_t done)
     {
+        if (!options.progress || options.progress(done, total))
+            return false;
+        ForgetStorageState(project);
+        result.project.reset();
+        result.cancelled = true;
+        return true;
+    };
+    for (WorkUnitObject* unit : units)
+    {
+        if (unit->IsLoaded() && cancelled(read++))
+            return result;
         const fs::path path = WorkUnitFilePath(*unit, project.GetFolder());
         state.savedPaths[unit->Id()] = path;
         unit->RawSetDirty(false);
@@ -275,6 +291,8 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder, const OpenOptions& o
             unit->RawSetLoaded(false);
         }
     }
+    if (cancelled(total))
+        return result;
     for (std::string& fix : fixed)
         result.problems.push_back({file, std::move(fix)});
     project.SetDirty(!fixed.empty());

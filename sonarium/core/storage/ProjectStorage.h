@@ -25,13 +25,18 @@ struct OpenResult
     StorageProblems problems;
     // Why the project opened read-only (another instance holds its folder); empty when it did not.
     std::string readOnly;
+    bool cancelled = false; // the progress callback asked to stop: nothing was opened
 };
+
+// Hears how many of the work-unit files to read have been read (first with 0); false stops.
+using OpenProgress = std::function<bool(size_t read, size_t total)>;
 
 struct OpenOptions
 {
     // Holds the project's folder for as long as the project stays open, so that another instance
     // opening it is told and cannot save over this one's files.
     bool lock = false;
+    OpenProgress progress;
 };
 
 // Opens the project file, or the single project file of a folder. Work units whose files cannot

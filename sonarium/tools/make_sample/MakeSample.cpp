@@ -1,12 +1,13 @@
-// sonarium-make-sample [SOURCE [FOLDER]]
+// sonarium-make-sample SOURCE [FOLDER]
 //
-// Writes the bundled sample project from its text (samples/Demo.txt by default) into FOLDER
-// (samples/Demo), the project taking the folder's name. The text is the project builder's, plus
-// lines "unload <path>" naming work units that the saved project keeps unloaded. Every audio source
-// without a file gets one of our own making, written into the project's Originals folder
-// ("Originals/SFX", or "Originals/Voices/<reference language>" for voices). GUIDs come from a fixed
-// seed and the sounds from their names, so the same text always gives the same files. The new
-// project is written and checked beside FOLDER and only then takes its place.
+// Writes a sample project from its text SOURCE into FOLDER (SOURCE without its extension, so
+// samples/Demo.txt gives samples/Demo), the project taking the folder's name. The text is the
+// project builder's, plus lines "unload <path>" naming work units that the saved project keeps
+// unloaded. Every audio source without a file gets one of our own making, written into the
+// project's Originals folder ("Originals/SFX", or "Originals/Voices/<reference language>" for
+// voices). GUIDs come from a fixed seed and the sounds from their names, so the same text always
+// gives the same files. The new project is written and checked beside FOLDER and only then takes
+// its place.
 
 #include "host/Utf8.h"
 #include "sonarium/core/host/ProjectBuilder.h"
@@ -183,17 +184,30 @@ std::string Replace(const fs::path& finished, const fs::path& target)
     }
     return {};
 }
+
+constexpr char kUsage[] =
+    "usage: sonarium-make-sample SOURCE [FOLDER]\n"
+    "Writes the sample project described by the text SOURCE into FOLDER (by default SOURCE without\n"
+    "its extension), replacing what was there only once the new project opens cleanly.\n"
+    "The bundled sample: sonarium-make-sample " SONARIUM_SAMPLES_DIR "/Demo.txt\n";
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc > 3)
-        return Fail("usage: sonarium-make-sample [SOURCE [FOLDER]]");
-    const fs::path samples = SONARIUM_SAMPLES_DIR;
-    const fs::path sourcePath = argc > 1 ? fs::path(argv[1]) : samples / "Demo.txt";
-    const fs::path target = fs::absolute(argc > 2 ? fs::path(argv[2]) : samples / "Demo").lexically_normal();
+    const bool help = argc == 2 && (std::string(argv[1]) == "--help" || std::string(argv[1]) == "-h");
+    // Without a source nothing is written: a bare run must not rewrite the bundled sample.
+    if (help || argc < 2 || argc > 3 || std::string(argv[1]).starts_with("-"))
+    {
+        std::fputs(kUsage, help ? stdout : stderr);
+        return help ? 0 : 2;
+    }
+    const fs::path sourcePath = argv[1];
+    const fs::path target =
+        fs::absolute(argc > 2 ? fs::path(argv[2]) : fs::path(sourcePath).replace_extension()).lexically_normal();
     if (!target.has_filename())
         return Fail("the output folder needs a name: " + target.string());
+    if (target == fs::absolute(sourcePath).lexically_normal())
+        return Fail("the source has no extension to drop: name the output folder");
 
     std::string bytes, error;
     if (!sn::FileIO::ReadFile(sourcePath, bytes, error))

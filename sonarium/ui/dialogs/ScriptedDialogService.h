@@ -86,6 +86,8 @@ public:
     std::wstring Transcript() const;
     // Forgets the records and the queued answers.
     void Clear();
+    // Forgets the records only: the answers queued are still waiting for their dialogs.
+    void ClearRecords() { m_records.clear(); }
 
 private:
     // Takes the next answer when it is of the wanted kind; otherwise records the dialog as

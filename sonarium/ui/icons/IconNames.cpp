@@ -48,6 +48,7 @@ constexpr std::array k_names = {
     Entry{ObjectIcons::IconType_Query, "Query"},
     Entry{ObjectIcons::IconType_Platform, "Platform"},
     Entry{ObjectIcons::IconType_PhysicalFolder, "PhysicalFolder"},
+    Entry{ObjectIcons::IconType_CategoryRoot, "CategoryRoot"},
 };
 static_assert(k_names.size() == ObjectIcons::k_allIconTypes.size(), "every icon type has a name");
 } // namespace

@@ -175,6 +175,8 @@ HTREEITEM MultiSelectionTreeCtrl::NavigationTarget(UINT vk)
             return nullptr;
         }
         return GetParentItem(focus);
+    case VK_BACK:
+        return focus ? GetParentItem(focus) : nullptr;
     case VK_RIGHT:
         if (!focus || !ItemHasChildren(focus))
             return nullptr;
@@ -212,6 +214,10 @@ void MultiSelectionTreeCtrl::KeyPress(UINT vk, UINT keys)
         ChangeSelection(focus, !IsSelected(focus), TVC_BYKEYBOARD);
         m_anchor = focus;
     }
+    else if (vk == 'A' && (keys & MK_CONTROL))
+        SelectAll(true);
+    else if (vk == VK_MULTIPLY && focus)
+        ExpandAllBelow(focus);
     else if (HTREEITEM target = NavigationTarget(vk))
     {
         SetFocusItem(target);

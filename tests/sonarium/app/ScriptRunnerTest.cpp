@@ -96,6 +96,13 @@ TEST_F(ScriptRun, AnAnswerNothingAskedForFailsTheRunAtItsEnd)
     EXPECT_EQ(error,
               "eager.sonscript:3: the script ended with 1 dialog answer(s) and 1 menu choice(s) that nothing "
               "asked for");
+
+    // Printing the dialogs shown so far does not forgive an answer still waiting.
+    std::istringstream printed("answer message OK\nprint dialogs\n");
+    sn::ScriptRunner fresh(session, out);
+    EXPECT_FALSE(fresh.Run(printed, "printed.sonscript", error));
+    EXPECT_EQ(error, "printed.sonscript:2: the script ended with 1 dialog answer(s) and 0 menu choice(s) that "
+                     "nothing asked for");
 }
 
 TEST(ScriptWords, QuotesEscapesCommentsAndModifiers)

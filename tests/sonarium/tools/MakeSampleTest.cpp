@@ -24,17 +24,21 @@ struct ToolRun
     int status = -1;
 };
 
-ToolRun MakeSample(fs::path const& source, fs::path const& folder)
+ToolRun RunTool(std::string const& arguments)
 {
     ToolRun run;
-    const std::string command =
-        std::string(SONARIUM_MAKE_SAMPLE) + " '" + source.string() + "' '" + folder.string() + "' 2>&1";
+    const std::string command = std::string(SONARIUM_MAKE_SAMPLE) + arguments + " 2>&1";
     std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
     char buffer[4096];
     for (size_t read = 0; (read = fread(buffer, 1, sizeof buffer, pipe.get())) > 0;)
         run.output.append(buffer, read);
     run.status = pclose(pipe.release());
     return run;
+}
+
+ToolRun MakeSample(fs::path const& source, fs::path const& folder)
+{
+    return RunTool(" '" + source.string() + "' '" + folder.string() + "'");
 }
 
 // Every file below the folder by its relative path, with its bytes.
@@ -100,4 +104,24 @@ TEST_F(MakeSampleTest, ABadTextNamesItsLineAndTheFolderStaysAsItWas)
     const ToolRun missing = MakeSample(m_work / "Nowhere.txt", folder);
     EXPECT_NE(missing.status, 0);
     EXPECT_NE(missing.output.find("Nowhere.txt"), std::string::npos) << missing.output;
+}
+
+TEST_F(MakeSampleTest, WithoutASourceItOnlyExplainsItself)
+{
+    const fs::file_time_type before = fs::last_write_time(SONARIUM_SAMPLES_DIR "/Demo");
+    const ToolRun bare = RunTool("");
+    EXPECT_NE(bare.status, 0);
+    EXPECT_NE(bare.output.find("usage: sonarium-make-sample SOURCE [FOLDER]"), std::string::npos) << bare.output;
+    EXPECT_EQ(bare.output.find("wrote"), std::string::npos) << bare.output;
+    EXPECT_EQ(fs::last_write_time(SONARIUM_SAMPLES_DIR "/Demo"), before);
+
+    const ToolRun help = RunTool(" --help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_NE(help.output.find("usage: sonarium-make-sample"), std::string::npos) << help.output;
+
+    // One argument: the folder is the text's name without its extension, beside it.
+    fs::copy_file(SONARIUM_SAMPLES_DIR "/Demo.txt", m_work / "Copy.txt");
+    const ToolRun beside = RunTool(" '" + (m_work / "Copy.txt").string() + "'");
+    EXPECT_EQ(beside.status, 0) << beside.output;
+    EXPECT_TRUE(fs::exists(m_work / "Copy"));
 }

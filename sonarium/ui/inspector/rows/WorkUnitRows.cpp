@@ -1,0 +1,39 @@
+// Where an object is kept: its work unit and that work unit's file, relative to the project.
+
+#include "sonarium/core/storage/ProjectStorage.h"
+#include "sonarium/core/storage/StorageState.h"
+#include "sonarium/ui/inspector/InspectorRowSource.h"
+
+namespace sn
+{
+namespace
+{
+std::wstring FileOf(WorkUnitObject const& unit)
+{
+    Project const* project = unit.GetProject();
+    if (!project)
+        return {};
+    StorageState const& state = StorageStateOf(*project);
+    auto saved = state.savedPaths.find(unit.Id());
+    const std::filesystem::path path =
+        saved != state.savedPaths.end() ? saved->second : WorkUnitFilePath(unit, project->GetFolder());
+    const std::filesystem::path relative = path.lexically_relative(project->GetFolder());
+    return (relative.empty() || *relative.begin() == ".." ? path : relative).wstring();
+}
+
+void Rows(ProjectObject const& object, InspectorRowSink& rows)
+{
+    WorkUnitObject const* unit = object.OwningWorkUnit();
+    if (!unit)
+        return;
+    if (unit != &object)
+        rows.Add("work-unit", L"Work Unit", unit->GetName().c_str());
+    if (unit->IsFile())
+        rows.Add("file", L"File", FileOf(*unit));
+    else
+        rows.Add("file", L"File", L"(kept in the project file)");
+}
+
+[[maybe_unused]] const bool k_registered = RegisterInspectorRowSource({200, &Rows, nullptr});
+} // namespace
+} // namespace sn
