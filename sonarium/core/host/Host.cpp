@@ -1,6 +1,7 @@
 #include "sonarium/core/host/Host.h"
 
 #include "host/ProjectManager.h"
+#include "host/Utf8.h"
 #include "sonarium/core/host/ProjectManagerImpl.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/ModelNotify.h"
@@ -62,6 +63,7 @@ void Host::SetProject(std::unique_ptr<Project> project, bool created)
     m_project = std::move(project);
     if (!m_project)
         return;
+    m_preferences->SetProjectKey(Utf8::ToWide(GuidText::ToString(m_project->GetId())));
     if (!m_project->Platforms().empty())
         SetPlatform(m_project->Platforms().front().id);
     SetLanguage(m_project->GetReferenceLanguage());
@@ -72,6 +74,8 @@ void Host::CloseProject()
 {
     if (!m_project)
         return;
+    // From here on the views empty: what they would save now is not the project's state.
+    m_preferences->SetProjectKey({});
     notify::Project(notify::evPreClose);
     m_clipboard.Clear();
     m_undo.Clear();
@@ -81,6 +85,7 @@ void Host::CloseProject()
 
 void Host::DropProject()
 {
+    m_preferences->SetProjectKey({});
     if (m_project)
         ForgetStorageState(*m_project);
     m_project.reset();

@@ -5,6 +5,7 @@
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/FileIO.h"
+#include "sonarium/core/storage/ProjectIdentity.h"
 #include "sonarium/core/storage/StorageJson.h"
 #include "sonarium/core/storage/StorageState.h"
 
@@ -99,6 +100,7 @@ std::unique_ptr<Project> ReadProjectFile(const fs::path& path)
 {
     const Json document = ReadDocument(path, "sonarium-project");
     auto project = std::make_unique<Project>(Utf8::ToWide(storage::StringMember(document, "name")));
+    storage::ReadProjectIdentity(document, path, *project);
     for (const Json& item : storage::ArrayMember(document, "platforms"))
         project->Platforms().push_back(
             {storage::GuidMember(item, "id"), Utf8::ToWide(storage::StringMember(item, "name"))});

@@ -5,6 +5,7 @@
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/FileIO.h"
+#include "sonarium/core/storage/ProjectIdentity.h"
 #include "sonarium/core/storage/StorageJson.h"
 #include "sonarium/core/storage/StorageState.h"
 
@@ -182,6 +183,7 @@ private:
             return Fail(m_folder, "the project's name cannot name a file: " + Utf8::FromWide(why));
         Json document = storage::Header("sonarium-project");
         document["name"] = Utf8::FromWide(m_project.GetName());
+        storage::WriteProjectIdentity(document, m_project);
         Json platforms = Json::array();
         for (const Platform& platform : m_project.Platforms())
             platforms.push_back(
