@@ -91,6 +91,14 @@ void Host::DropProject()
     m_project.reset();
 }
 
+void Host::SetPlayback(bool playing)
+{
+    if (m_playback == playing)
+        return;
+    m_playback = playing;
+    notify::EditingManager(playing ? notify::evPlaybackStarted : notify::evPlaybackStopped);
+}
+
 void Host::SetPlatform(GUID const& platform)
 {
     m_properties[propCurrentPlatform].SetValue(platform);

@@ -54,7 +54,9 @@ public:
     void CloseProject();
 
     bool IsInPlayback() const { return m_playback; }
-    void SetPlayback(bool playing) { m_playback = playing; }
+    // Starts or stops playback: "EditingManager"/"PlaybackStarted" or "PlaybackStopped", since
+    // what may be edited changes with it.
+    void SetPlayback(bool playing);
     void SetPlatform(GUID const& platform);
     void SetLanguage(unsigned long language);
     // The source-control status was read again: views drop the overlays they drew from the old one.

@@ -8,6 +8,8 @@ const ROString chWorkUnit("WorkUnit");
 const ROString chClipboard("Clipboard");
 const ROString chInspector("Inspector");
 const ROString chSourceControl("SourceControl");
+const ROString chEditingManager("EditingManager");
+const ROString chConversion("Conversion");
 
 const ROString evCreated("Created");
 const ROString evLoaded("Loaded");
@@ -26,6 +28,15 @@ const ROString evDirtyChanged("DirtyChanged");
 const ROString evReferenceBeingRemoved("ReferenceBeingRemoved");
 const ROString evInspect("Inspect");
 const ROString evSourceControlIconsRefreshAll("SourceControlIconsRefreshAll");
+const ROString evSourceControlAborted("SourceControlAborted");
+const ROString evPlaybackStarted("PlaybackStarted");
+const ROString evPlaybackStopped("PlaybackStopped");
+const ROString evCapabilitiesChanged("CapabilitiesChanged");
+const ROString evCacheChanged("CacheChanged");
+const ROString evLanguageInclusionChanged("LanguageInclusionChanged");
+const ROString evConversionSettingsChanged("ConversionSettingsChanged");
+const ROString evOverrideConversionChanged("OverrideConversionChanged");
+const ROString evConversionUsageChanged("ConversionUsageChanged");
 
 void Object(ROString const& event, IOrbObject* object)
 {
@@ -65,6 +76,22 @@ void SourceControl(ROString const& event)
         return;
     NotifyData data(event);
     INotifyMgr::m_pInstance->Notify(chSourceControl, data);
+}
+
+void EditingManager(ROString const& event)
+{
+    if (!INotifyMgr::m_pInstance)
+        return;
+    NotifyData data(event);
+    INotifyMgr::m_pInstance->Notify(chEditingManager, data);
+}
+
+void Conversion(ROString const& event, IOrbObject* object)
+{
+    if (!INotifyMgr::m_pInstance)
+        return;
+    OrbObjNotify::OrbObjectNotifyParam param(event, object);
+    INotifyMgr::m_pInstance->Notify(chConversion, param);
 }
 } // namespace sn::notify
 

@@ -13,6 +13,8 @@ extern const ROString chWorkUnit;  // "WorkUnit"
 extern const ROString chClipboard; // "Clipboard"
 extern const ROString chInspector; // "Inspector": objects to show in the property inspector
 extern const ROString chSourceControl; // "SourceControl"
+extern const ROString chEditingManager; // "EditingManager": playback and what editing allows
+extern const ROString chConversion;     // "Conversion"
 
 extern const ROString evCreated;
 extern const ROString evLoaded;
@@ -31,6 +33,15 @@ extern const ROString evDirtyChanged;
 extern const ROString evReferenceBeingRemoved;
 extern const ROString evInspect;
 extern const ROString evSourceControlIconsRefreshAll;
+extern const ROString evSourceControlAborted;
+extern const ROString evPlaybackStarted;
+extern const ROString evPlaybackStopped;
+extern const ROString evCapabilitiesChanged;
+extern const ROString evCacheChanged;
+extern const ROString evLanguageInclusionChanged;
+extern const ROString evConversionSettingsChanged;
+extern const ROString evOverrideConversionChanged;
+extern const ROString evConversionUsageChanged;
 
 // What "Inspector"/"Inspect" carries: the objects, and whether a double click (or Enter) asked.
 class InspectParam : public OrbObjNotify::MultiObjectNotificationParam
@@ -50,4 +61,7 @@ void WorkUnit(ROString const& event, IOrbObject* unit);
 // On MusicNotify::rosInteractiveMusic.
 void Music(ROString const& event, IOrbObject* object);
 void SourceControl(ROString const& event);
+void EditingManager(ROString const& event);
+// On "Conversion", about one object.
+void Conversion(ROString const& event, IOrbObject* object);
 } // namespace sn::notify
