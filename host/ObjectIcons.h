@@ -55,10 +55,16 @@ public:
         IconType_Query = 36,
         IconType_Platform = 37,
         IconType_PhysicalFolder = 51,
+        // A work unit whose file failed to load.
+        IconType_WorkUnitUnreadable = 60,
+        // Source-control overlays, drawn over the corner of a work unit's icon.
+        IconType_OverlayModified = 61,
+        IconType_OverlayAdded = 62,
+        IconType_OverlayUnversioned = 63,
     };
 
     // Every icon type that has art, IconType_None excepted.
-    static constexpr std::array<IconType, 38> k_allIconTypes = {
+    static constexpr std::array<IconType, 42> k_allIconTypes = {
         IconType_Project,         IconType_WorkUnit,
         IconType_SequenceContainer, IconType_Folder,
         IconType_ActorMixer,      IconType_RandomContainer,
@@ -78,6 +84,8 @@ public:
         IconType_AuditionSession, IconType_MixingSession,
         IconType_ControlSurfaceSession, IconType_Query,
         IconType_Platform,        IconType_PhysicalFolder,
+        IconType_WorkUnitUnreadable, IconType_OverlayModified,
+        IconType_OverlayAdded,    IconType_OverlayUnversioned,
     };
 
     // The icon of an object of that type, or null for OrbObjectType_None and unknown numbers.

@@ -77,6 +77,9 @@ bool AppSession::SaveProject(std::vector<std::wstring>& messages)
     StorageProblems problems;
     const bool saved = sn::SaveProject(*project, problems);
     Describe(problems, messages);
+    // Saving changes files: their overlays follow.
+    if (!m_host->ReadSourceControlStatus() && !m_host->SourceControl().Problem().empty())
+        messages.push_back(Utf8::ToWide(m_host->SourceControl().Problem()));
     Pump();
     return saved;
 }

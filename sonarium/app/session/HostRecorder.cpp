@@ -4,7 +4,8 @@
 #include "host/Utf8.h"
 #include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/NodeRules.h"
-#include "sonarium/core/model/ProjectObject.h"
+#include "sonarium/core/model/Project.h"
+#include "sonarium/core/storage/WorkUnitFile.h"
 
 namespace sn
 {
@@ -23,6 +24,22 @@ std::vector<std::wstring> PathsOf(std::vector<IOrbObject*> const& objects)
     for (IOrbObject* object : objects)
         paths.push_back(ObjectPath(object));
     return paths;
+}
+
+// What the inspector shows of an object: its path, and for a work unit whose file failed to load,
+// the file (from the project's folder) and what is wrong with it.
+std::wstring InspectorLine(IOrbObject* object)
+{
+    std::wstring text = ObjectPath(object);
+    auto const* unit = dynamic_cast<WorkUnitObject const*>(object);
+    if (!unit)
+        return text;
+    const WorkUnitFile file = DescribeWorkUnitFile(*unit);
+    if (file.state != WorkUnitFile::Unreadable)
+        return text;
+    const std::filesystem::path folder = unit->GetProject() ? unit->GetProject()->GetFolder() : std::filesystem::path();
+    return text + L" (unreadable: " + Utf8::ToWide(file.path.lexically_proximate(folder).generic_string()) + L": " +
+           Utf8::ToWide(file.problem) + L")";
 }
 
 std::wstring Joined(std::vector<std::wstring> const& parts)
@@ -115,7 +132,9 @@ void HostRecorder::OnInspector(CNotifyItemBase* item)
     auto* param = item ? dynamic_cast<notify::InspectParam*>(item->pData) : nullptr;
     if (!param)
         return;
-    m_inspected = PathsOf(param->objects);
+    m_inspected.clear();
+    for (IOrbObject* object : param->objects)
+        m_inspected.push_back(InspectorLine(object));
     Add(std::wstring(L"inspector") + (param->fromDoubleClick ? L" (double click)" : L"") + L": " +
         Joined(m_inspected));
 }

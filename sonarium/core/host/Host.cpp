@@ -64,6 +64,7 @@ void Host::SetProject(std::unique_ptr<Project> project, bool created)
     if (!m_project)
         return;
     m_preferences->SetProjectKey(Utf8::ToWide(GuidText::ToString(m_project->GetId())));
+    m_sourceControl.Read(*m_project);
     if (!m_project->Platforms().empty())
         SetPlatform(m_project->Platforms().front().id);
     SetLanguage(m_project->GetReferenceLanguage());
@@ -86,6 +87,7 @@ void Host::CloseProject()
 void Host::DropProject()
 {
     m_preferences->SetProjectKey({});
+    m_sourceControl.Clear();
     if (m_project)
         ForgetStorageState(*m_project);
     m_project.reset();
@@ -112,5 +114,14 @@ void Host::SetLanguage(unsigned long language)
 void Host::RefreshSourceControlIcons()
 {
     notify::SourceControl(notify::evSourceControlIconsRefreshAll);
+}
+
+bool Host::ReadSourceControlStatus()
+{
+    if (!m_project)
+        return false;
+    const bool read = m_sourceControl.Read(*m_project);
+    RefreshSourceControlIcons();
+    return read;
 }
 } // namespace sn

@@ -8,6 +8,7 @@
 #include "sonarium/core/notify/NotifyManager.h"
 #include "sonarium/core/prefs/PreferencesStore.h"
 #include "sonarium/core/services/Services.h"
+#include "sonarium/core/sourcecontrol/SourceControlStatus.h"
 #include "sonarium/core/undo/UndoManager.h"
 
 #include <filesystem>
@@ -61,6 +62,11 @@ public:
     void SetLanguage(unsigned long language);
     // The source-control status was read again: views drop the overlays they drew from the old one.
     void RefreshSourceControlIcons();
+    // The status of the open project's files, as last read.
+    const SourceControlStatus& SourceControl() const { return m_sourceControl; }
+    // Reads the status again (after a save, or when the user asks) and has the views redraw their
+    // overlays; false, with the status's Problem(), when the repository could not be read.
+    bool ReadSourceControlStatus();
 
     CWnd* GetMainWnd() const { return m_mainWnd; }
     void SetMainWnd(CWnd* wnd) { m_mainWnd = wnd; }
@@ -81,6 +87,7 @@ private:
     ServiceProvider m_services;
     std::unique_ptr<ProjectManagerImpl> m_projectManager;
     std::unique_ptr<Project> m_project;
+    SourceControlStatus m_sourceControl;
     bool m_playback = false;
     CWnd* m_mainWnd = nullptr;
 };

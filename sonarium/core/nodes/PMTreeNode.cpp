@@ -122,6 +122,16 @@ bool PMTreeNode::IsExcludedOnCurrentPlatform() const
     return false;
 }
 
+bool PMTreeNode::IsExcludedInCurrentLanguage() const
+{
+    return false;
+}
+
+int PMTreeNode::GetOverlayIcon() const
+{
+    return 0;
+}
+
 uint32_t PMTreeNode::GetColor() const
 {
     return 0xFFFFFFFF;

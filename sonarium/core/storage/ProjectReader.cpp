@@ -203,6 +203,7 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder)
         if (unit->IsLoaded() && !ReadWorkUnitFile(project, *unit, path, result.problems))
         {
             state.broken.insert(unit->Id());
+            state.brokenReasons[unit->Id()] = result.problems.back().reason;
             unit->RawSetLoaded(false);
         }
         unit->RawSetDirty(false);
@@ -224,9 +225,11 @@ bool LoadWorkUnit(Project& project, WorkUnitObject* unit, StorageProblems& probl
     if (!ReadWorkUnitFile(project, *unit, path, problems))
     {
         state.broken.insert(unit->Id());
+        state.brokenReasons[unit->Id()] = problems.back().reason;
         return false;
     }
     state.broken.erase(unit->Id());
+    state.brokenReasons.erase(unit->Id());
     state.savedPaths[unit->Id()] = path;
     unit->RawSetLoaded(true);
     // The project file records which units are unloaded.

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <map>
 #include <set>
+#include <string>
 
 namespace sn
 {
@@ -16,6 +17,8 @@ struct StorageState
     std::filesystem::path projectFile;
     std::map<GUID, std::filesystem::path, GUIDLess> savedPaths;
     std::set<GUID, GUIDLess> broken;
+    // Why each broken unit's file could not be read, as the user is told.
+    std::map<GUID, std::string, GUIDLess> brokenReasons;
 };
 
 // The state of project, empty on first use. A project destroyed and another one created at the
