@@ -39,6 +39,7 @@ private:
     void AddSubcommands(std::wstring const& command, std::map<std::wstring, Handler> subcommands);
     // ScriptHostState.cpp: playback, editing capabilities, the toolbar, the project.
     void AddHostStateCommands();
+    WorkUnitObject* WorkUnitAt(std::wstring const& path, std::wstring& error);
     bool Gesture(Words const& words, std::wstring& error);
     bool Key(Words const& words, std::wstring& error);
     bool Answer(Words const& words, std::wstring& error);

@@ -1,6 +1,7 @@
 #include "sonarium/app/session/AppSession.h"
 
 #include "host/HostMessages.h"
+#include "host/MessageBox.h"
 #include "host/Utf8.h"
 #include "platform/WindowSystem.h"
 #include "sonarium/core/storage/ProjectStorage.h"
@@ -40,6 +41,15 @@ AppSession::AppSession(HostOptions options) : m_host(std::make_unique<Host>(std:
     m_main.Create(L"SonariumMain", L"Sonarium", WS_VISIBLE, CRect(0, 0, 1200, 800), nullptr, 0);
     m_host->SetMainWnd(&m_main);
     m_recorder = std::make_unique<HostRecorder>();
+    // A change that must write a read-only file asks the user, through the dialog service.
+    m_host->Files().SetQuestion(
+        [](std::filesystem::path const& file)
+        {
+            const std::wstring text = L"The file \"" + Utf8::ToWide(file.generic_string()) +
+                                      L"\" is read-only: it may be kept so by source control until it is "
+                                      L"taken for editing.\n\nMake it writable and make the change?";
+            return CXMessageBox(text.c_str(), MB_YESNO | MB_ICONQUESTION, L"Read-Only File") == IDYES;
+        });
 }
 
 AppSession::~AppSession()

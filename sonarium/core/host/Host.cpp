@@ -5,6 +5,7 @@
 #include "sonarium/core/host/ProjectManagerImpl.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/ModelNotify.h"
+#include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/StorageState.h"
 
 namespace sn
@@ -30,6 +31,7 @@ Host::Host(HostOptions options)
     m_services.SetService(ServiceId_Commands, &m_commands);
     m_services.SetService(ServiceId_EditingCapabilities, &m_capabilities);
     m_properties.Prop(propLockUIUpdate, 3, 1) = 0;
+    ProjectEdit::SetChangeGate(&m_files);
 
     g_host = this;
     INotifyMgr::m_pInstance = &m_notify;
@@ -47,6 +49,7 @@ Host::~Host()
     m_clipboard.Clear();
     m_undo.Clear();
     DropProject();
+    ProjectEdit::SetChangeGate(nullptr);
     ProjectManager::m_pInstance = nullptr;
     g_serviceProviderInstance = nullptr;
     PreferencesStore::Install(nullptr);

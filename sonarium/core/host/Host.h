@@ -9,6 +9,7 @@
 #include "sonarium/core/prefs/PreferencesStore.h"
 #include "sonarium/core/services/Services.h"
 #include "sonarium/core/sourcecontrol/SourceControlStatus.h"
+#include "sonarium/core/sourcecontrol/WritableFiles.h"
 #include "sonarium/core/undo/UndoManager.h"
 
 #include <filesystem>
@@ -46,6 +47,8 @@ public:
     MainWindowState& MainWindow() { return m_mainWindow; }
     Commands& CommandRegistry() { return m_commands; }
     EditingCapabilities& Capabilities() { return m_capabilities; }
+    // What a change does with read-only files: the application installs the question it asks.
+    WritableFiles& Files() { return m_files; }
 
     Project* GetProject() const { return m_project.get(); }
     // Takes the project as the open one, closing the previous one first, and announces it
@@ -88,6 +91,7 @@ private:
     std::unique_ptr<ProjectManagerImpl> m_projectManager;
     std::unique_ptr<Project> m_project;
     SourceControlStatus m_sourceControl;
+    WritableFiles m_files{m_undo};
     bool m_playback = false;
     CWnd* m_mainWnd = nullptr;
 };

@@ -27,6 +27,13 @@ bool IsFileKind(NodeType type)
     return type == PMTreeNode::WorkUnit || type == PMTreeNode::PhysicalFolder;
 }
 
+IChangeGate* g_gate = nullptr;
+
+bool MayChange(std::initializer_list<const ProjectObject*> holders, bool projectFile = false)
+{
+    return !g_gate || g_gate->MayChange(holders, projectFile);
+}
+
 // Puts a subtree into the hierarchy or takes it out, raising what views follow.
 class StructureCommand : public IUndoCommand
 {
@@ -182,6 +189,8 @@ ProjectObject* Create(ProjectObject* parent, NodeType type, const CStdStr<wchar_
     Project* project = parent->GetProject();
     if (id && project && project->Find(*id))
         return nullptr;
+    if (!MayChange({parent}, IsFileKind(type)))
+        return nullptr;
     ProjectObject* object = NewProjectObject(project, type, name, id ? *id : NewGuid());
     CSmartPtr<ProjectObject> keep(object);
     auto command = std::make_unique<StructureCommand>(parent, index, object, true);
@@ -196,6 +205,8 @@ bool Adopt(ProjectObject* object, ProjectObject* parent, size_t index)
     if (!object || object->Parent() || !CanHold(parent, object->GetNodeType()) ||
         !IsValidName(object, object->GetNodeType(), parent, object->GetName()))
         return false;
+    if (!MayChange({parent}, IsFileKind(object->GetNodeType())))
+        return false;
     CSmartPtr<ProjectObject> keep(object);
     auto command = std::make_unique<StructureCommand>(parent, index, object, true);
     command->Redo();
@@ -209,6 +220,8 @@ bool Rename(ProjectObject* object, const CStdStr<wchar_t>& name)
         return false;
     if (object->GetName() == name)
         return true;
+    if (!MayChange({object}, IsFileKind(object->GetNodeType())))
+        return false;
     Change<CStdStr<wchar_t>>(
         object, object->GetName(), name,
         [](ProjectObject* o, const CStdStr<wchar_t>& value) {
@@ -225,7 +238,7 @@ bool Rename(ProjectObject* object, const CStdStr<wchar_t>& name)
 bool Delete(ProjectObject* object)
 {
     ProjectObject* parent = object ? object->Parent() : nullptr;
-    if (!parent)
+    if (!parent || !MayChange({parent}, IsFileKind(object->GetNodeType())))
         return false;
     auto command = std::make_unique<StructureCommand>(parent, parent->IndexOf(object), object, false);
     command->Redo();
@@ -240,6 +253,8 @@ bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
         return false;
     if (IsFileKind(object->GetNodeType()) && parent != from &&
         !IsValidName(object, object->GetNodeType(), parent, object->GetName()))
+        return false;
+    if (!MayChange({from, parent}, IsFileKind(object->GetNodeType())))
         return false;
     CSmartPtr<ProjectObject> keep(object);
     const size_t oldIndex = from->IndexOf(object);
@@ -258,7 +273,7 @@ bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
 
 ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index)
 {
-    if (!source || !CanHold(parent, source->GetNodeType()))
+    if (!source || !CanHold(parent, source->GetNodeType()) || !MayChange({parent}, IsFileKind(source->GetNodeType())))
         return nullptr;
     const CStdStr<wchar_t> name = UniqueChildName(parent, source->GetName());
     ProjectObject* copy = CloneTree(source, parent->GetProject(), name);
@@ -272,7 +287,7 @@ ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index)
 
 void SetIncluded(ProjectObject* object, GUID const& platform, bool included)
 {
-    if (!object || object->GetIncluded(platform) == included)
+    if (!object || object->GetIncluded(platform) == included || !MayChange({object}))
         return;
     // The whole inclusion state is kept, so that undo also forgets a per-platform value that
     // did not exist before.
@@ -296,7 +311,7 @@ void SetIncluded(ProjectObject* object, GUID const& platform, bool included)
 
 void SetInclusionLinked(ProjectObject* object, bool linked)
 {
-    if (!object || object->IsInclusionLinked() == linked)
+    if (!object || object->IsInclusionLinked() == linked || !MayChange({object}))
         return;
     Change<bool>(
         object, !linked, linked,
@@ -310,7 +325,7 @@ void SetInclusionLinked(ProjectObject* object, bool linked)
 
 void SetColor(ProjectObject* object, int color)
 {
-    if (!object || object->GetColor() == color)
+    if (!object || object->GetColor() == color || !MayChange({object}))
         return;
     Change<int>(
         object, object->GetColor(), color,
@@ -322,10 +337,14 @@ void SetColor(ProjectObject* object, int color)
         L"Color");
 }
 
-void SetProperty(ProjectObject* object, const std::string& key, const std::wstring& value, ROString const* event)
+bool SetProperty(ProjectObject* object, const std::string& key, const std::wstring& value, ROString const* event)
 {
-    if (!object || object->GetProperty(key) == value)
-        return;
+    if (!object)
+        return false;
+    if (object->GetProperty(key) == value)
+        return true;
+    if (!MayChange({object}))
+        return false;
     const ROString raised = event ? *event : ROString();
     Change<std::wstring>(
         object, object->GetProperty(key), value,
@@ -336,14 +355,14 @@ void SetProperty(ProjectObject* object, const std::string& key, const std::wstri
                 notify::Object(raised, o);
         },
         L"Property");
+    return true;
 }
 
 bool SetSourceFile(ProjectObject* source, const std::wstring& file)
 {
     if (!source || source->GetObjectType() != OrbObjectType_AudioSource || file.empty())
         return false;
-    SetProperty(source, "File", file, &notify::evSourceFileChanged);
-    return true;
+    return SetProperty(source, "File", file, &notify::evSourceFileChanged);
 }
 
 bool SetActiveSource(ProjectObject* sound, ProjectObject* source)
@@ -351,9 +370,8 @@ bool SetActiveSource(ProjectObject* sound, ProjectObject* source)
     if (!sound || !source || source->Parent() != sound ||
         source->GetObjectType() != OrbObjectType_AudioSource)
         return false;
-    SetProperty(sound, "ActiveSource", Utf8::ToWide(GuidText::ToString(source->Id())),
-                &notify::evActiveSourceChanged);
-    return true;
+    return SetProperty(sound, "ActiveSource", Utf8::ToWide(GuidText::ToString(source->Id())),
+                       &notify::evActiveSourceChanged);
 }
 
 bool SetTrackType(ProjectObject* track, const std::wstring& type)
@@ -362,6 +380,8 @@ bool SetTrackType(ProjectObject* track, const std::wstring& type)
         return false;
     if (track->GetProperty("TrackType") == type)
         return true;
+    if (!MayChange({track}))
+        return false;
     Change<std::wstring>(
         track, track->GetProperty("TrackType"), type,
         [](ProjectObject* o, const std::wstring& value) {
@@ -389,6 +409,11 @@ CStdStr<wchar_t> UniqueChildName(const ProjectObject* parent, const CStdStr<wcha
         if (!taken(candidate))
             return candidate;
     }
+}
+
+void SetChangeGate(IChangeGate* gate)
+{
+    g_gate = gate;
 }
 
 void MarkDirty(ProjectObject* object)

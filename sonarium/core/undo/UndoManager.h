@@ -37,6 +37,8 @@ public:
     CStdStr<wchar_t> GetRedoName() const override;
 
     int GroupDepth() const { return static_cast<int>(m_open.size()); }
+    // Counts the outermost groups opened: tells one user command from the next.
+    unsigned long OuterGroupCount() const { return m_outerGroups; }
     size_t UndoCount() const { return m_undo.size(); }
     void Clear();
 
@@ -51,5 +53,6 @@ private:
     std::vector<Step> m_undo;
     std::vector<Step> m_redo;
     bool m_replaying = false;
+    unsigned long m_outerGroups = 0;
 };
 } // namespace sn
