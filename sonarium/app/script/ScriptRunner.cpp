@@ -225,6 +225,7 @@ void ScriptRunner::AddCommands()
     m_commands[L"host"] = [this](Words const& words, std::wstring& error) { return HostEdit(words, error); };
     m_commands[L"print"] = [this](Words const& words, std::wstring& error) { return Print(words, error); };
     AddHostStateCommands();
+    AddAudioStateCommands();
 }
 
 void ScriptRunner::AddSubcommands(std::wstring const& command, std::map<std::wstring, Handler> subcommands)

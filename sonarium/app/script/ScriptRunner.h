@@ -40,6 +40,9 @@ private:
     // ScriptHostState.cpp: playback, editing capabilities, the toolbar, the project.
     void AddHostStateCommands();
     WorkUnitObject* WorkUnitAt(std::wstring const& path, std::wstring& error);
+    // ScriptAudioState.cpp: languages of voices, conversion, music playlists, the project cache.
+    void AddAudioStateCommands();
+    ProjectObject* ObjectAt(std::wstring const& path, std::wstring& error);
     bool Gesture(Words const& words, std::wstring& error);
     bool Key(Words const& words, std::wstring& error);
     bool Answer(Words const& words, std::wstring& error);

@@ -2,6 +2,7 @@
 
 #include "host/ObjectIcons.h"
 #include "host/Utf8.h"
+#include "sonarium/core/audio/VoiceLanguages.h"
 #include "sonarium/core/host/Host.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/NodeRules.h"
@@ -172,6 +173,7 @@ void ProjectNode::ReadVisuals()
 {
     m_displayName = m_model->NameUtf8();
     m_unreadable = false;
+    m_languageExcluded = !voices::IsIncludedInLanguage(m_model, CurrentLanguage());
     if (auto* unit = dynamic_cast<WorkUnitObject*>(m_model))
     {
         if (unit->IsDirty())

@@ -25,6 +25,7 @@ public:
     int GetIconType() const override; // the kind's, or that of a work unit whose file failed to load
     bool IsExcludedOnCurrentPlatform() const override { return m_excluded; }
     int GetOverlayIcon() const override; // the source-control status of a work unit's file
+    bool IsExcludedInCurrentLanguage() const override { return m_languageExcluded; }
     // Read from the objects each time: a colour change only repaints the tree.
     uint32_t GetColor() const override;
     bool HasChildren() const override;
@@ -51,5 +52,6 @@ private:
     std::string m_displayName; // UTF-8
     bool m_excluded = false;
     bool m_unreadable = false; // a work unit whose file failed to load
+    bool m_languageExcluded = false;
 };
 } // namespace sn
