@@ -40,10 +40,15 @@ const ROString evConversionUsageChanged("ConversionUsageChanged");
 
 void Object(ROString const& event, IOrbObject* object)
 {
+    About(chObject, event, object);
+}
+
+void About(ROString const& channel, ROString const& event, IOrbObject* object)
+{
     if (!INotifyMgr::m_pInstance)
         return;
     OrbObjNotify::OrbObjectNotifyParam param(event, object);
-    INotifyMgr::m_pInstance->Notify(chObject, param);
+    INotifyMgr::m_pInstance->Notify(channel, param);
 }
 
 void Project(ROString const& event)
@@ -56,18 +61,12 @@ void Project(ROString const& event)
 
 void WorkUnit(ROString const& event, IOrbObject* unit)
 {
-    if (!INotifyMgr::m_pInstance)
-        return;
-    OrbObjNotify::OrbObjectNotifyParam param(event, unit);
-    INotifyMgr::m_pInstance->Notify(chWorkUnit, param);
+    About(chWorkUnit, event, unit);
 }
 
 void Music(ROString const& event, IOrbObject* object)
 {
-    if (!INotifyMgr::m_pInstance)
-        return;
-    OrbObjNotify::OrbObjectNotifyParam param(event, object);
-    INotifyMgr::m_pInstance->Notify(MusicNotify::rosInteractiveMusic, param);
+    About(MusicNotify::rosInteractiveMusic, event, object);
 }
 
 void SourceControl(ROString const& event)
@@ -84,14 +83,6 @@ void EditingManager(ROString const& event)
         return;
     NotifyData data(event);
     INotifyMgr::m_pInstance->Notify(chEditingManager, data);
-}
-
-void Conversion(ROString const& event, IOrbObject* object)
-{
-    if (!INotifyMgr::m_pInstance)
-        return;
-    OrbObjNotify::OrbObjectNotifyParam param(event, object);
-    INotifyMgr::m_pInstance->Notify(chConversion, param);
 }
 } // namespace sn::notify
 

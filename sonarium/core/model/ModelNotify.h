@@ -56,12 +56,12 @@ public:
 };
 
 void Object(ROString const& event, IOrbObject* object);
+// An event about one object on any channel.
+void About(ROString const& channel, ROString const& event, IOrbObject* object);
 void Project(ROString const& event);
 void WorkUnit(ROString const& event, IOrbObject* unit);
 // On MusicNotify::rosInteractiveMusic.
 void Music(ROString const& event, IOrbObject* object);
 void SourceControl(ROString const& event);
 void EditingManager(ROString const& event);
-// On "Conversion", about one object.
-void Conversion(ROString const& event, IOrbObject* object);
 } // namespace sn::notify

@@ -142,6 +142,11 @@ bool CanHold(const ProjectObject* parent, NodeType type)
         return parent->GetObjectType() == OrbObjectType_Sound;
     case PMTreeNode::EventAction:
         return parent->GetObjectType() == OrbObjectType_Event;
+    case PMTreeNode::MusicPlaylistItem:
+        // A playlist's sequences, then the items of a sequence.
+        return parent->GetObjectType() == OrbObjectType_MusicPlaylistContainer ||
+               (parent->GetObjectType() == OrbObjectType_MusicPlaylistItem && parent->Parent() &&
+                parent->Parent()->GetObjectType() == OrbObjectType_MusicPlaylistContainer);
     case PMTreeNode::MusicClip:
         return parent->GetObjectType() == OrbObjectType_MusicTrack;
     default:
@@ -337,7 +342,8 @@ void SetColor(ProjectObject* object, int color)
         L"Color");
 }
 
-bool SetProperty(ProjectObject* object, const std::string& key, const std::wstring& value, ROString const* event)
+bool SetProperty(ProjectObject* object, const std::string& key, const std::wstring& value, ROString const* event,
+                 ROString const* channel)
 {
     if (!object)
         return false;
@@ -346,13 +352,14 @@ bool SetProperty(ProjectObject* object, const std::string& key, const std::wstri
     if (!MayChange({object}))
         return false;
     const ROString raised = event ? *event : ROString();
+    const ROString on = channel ? *channel : notify::chObject;
     Change<std::wstring>(
         object, object->GetProperty(key), value,
-        [key, raised](ProjectObject* o, const std::wstring& v) {
+        [key, raised, on](ProjectObject* o, const std::wstring& v) {
             o->RawSetProperty(key, v);
             MarkDirty(o);
             if (raised != ROString())
-                notify::Object(raised, o);
+                notify::About(on, raised, o);
         },
         L"Property");
     return true;

@@ -35,10 +35,10 @@ ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index =
 void SetIncluded(ProjectObject* object, GUID const& platform, bool included);
 void SetInclusionLinked(ProjectObject* object, bool linked);
 void SetColor(ProjectObject* object, int color);
-// Sets a free-form property; raises event on the object channel when one is given. False when
-// the change was refused.
+// Sets a free-form property; raises event about the object when one is given, on the object
+// channel or the one given. False when the change was refused.
 bool SetProperty(ProjectObject* object, const std::string& key, const std::wstring& value,
-                 ROString const* event = nullptr);
+                 ROString const* event = nullptr, ROString const* channel = nullptr);
 // The file behind a sound's source: "SourceFileChanged" on the source.
 bool SetSourceFile(ProjectObject* source, const std::wstring& file);
 // Which of its sources a sound plays: "ActiveSourceChanged" on the sound.
