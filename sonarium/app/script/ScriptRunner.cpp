@@ -226,6 +226,7 @@ void ScriptRunner::AddCommands()
     m_commands[L"print"] = [this](Words const& words, std::wstring& error) { return Print(words, error); };
     AddHostStateCommands();
     AddAudioStateCommands();
+    AddPlaylistCommands();
 }
 
 void ScriptRunner::AddSubcommands(std::wstring const& command, std::map<std::wstring, Handler> subcommands)

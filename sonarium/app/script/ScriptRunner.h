@@ -40,8 +40,10 @@ private:
     // ScriptHostState.cpp: playback, editing capabilities, the toolbar, the project.
     void AddHostStateCommands();
     WorkUnitObject* WorkUnitAt(std::wstring const& path, std::wstring& error);
-    // ScriptAudioState.cpp: languages of voices, conversion, music playlists, the project cache.
+    // ScriptAudioState.cpp: languages of voices, conversion, the project cache.
     void AddAudioStateCommands();
+    // ScriptPlaylist.cpp: the sequences and items of music playlists.
+    void AddPlaylistCommands();
     ProjectObject* ObjectAt(std::wstring const& path, std::wstring& error);
     bool Gesture(Words const& words, std::wstring& error);
     bool Key(Words const& words, std::wstring& error);
