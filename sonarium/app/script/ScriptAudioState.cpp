@@ -50,6 +50,22 @@ ProjectObject* ScriptRunner::ObjectAt(std::wstring const& path, std::wstring& er
 
 void ScriptRunner::AddAudioStateCommands()
 {
+    // "host conversion-override" and "host conversion-use": OBJECT yes|no.
+    const auto conversionSwitch = [this](const wchar_t* usage, bool (*set)(ProjectObject*, bool)) -> Handler
+    {
+        return [this, usage, set](Words const& words, std::wstring& error)
+        {
+            if (!WordCount(words, 4, 4, usage, error))
+                return false;
+            ProjectObject* object = ObjectAt(words[2], error);
+            const std::optional<bool> yes = YesNo(words[3]);
+            if (!object)
+                return false;
+            if (!yes)
+                return Fail(error, L"\"" + words[3] + L"\" is neither yes nor no");
+            return set(object, *yes) || Fail(error, L"\"" + words[2] + L"\" has no conversion settings");
+        };
+    };
     AddSubcommands(
         L"host",
         {
@@ -86,34 +102,8 @@ void ScriptRunner::AddAudioStateCommands()
                  return conversion::SetSettings(object, *settings) ||
                         Fail(error, L"\"" + words[2] + L"\" has no conversion settings");
              }},
-            {L"conversion-override",
-             [this](Words const& words, std::wstring& error)
-             {
-                 if (!WordCount(words, 4, 4, L"host conversion-override OBJECT yes|no", error))
-                     return false;
-                 ProjectObject* object = ObjectAt(words[2], error);
-                 const std::optional<bool> yes = YesNo(words[3]);
-                 if (!object)
-                     return false;
-                 if (!yes)
-                     return Fail(error, L"\"" + words[3] + L"\" is neither yes nor no");
-                 return conversion::SetOverride(object, *yes) ||
-                        Fail(error, L"\"" + words[2] + L"\" has no conversion settings");
-             }},
-            {L"conversion-use",
-             [this](Words const& words, std::wstring& error)
-             {
-                 if (!WordCount(words, 4, 4, L"host conversion-use OBJECT yes|no", error))
-                     return false;
-                 ProjectObject* object = ObjectAt(words[2], error);
-                 const std::optional<bool> yes = YesNo(words[3]);
-                 if (!object)
-                     return false;
-                 if (!yes)
-                     return Fail(error, L"\"" + words[3] + L"\" is neither yes nor no");
-                 return conversion::SetUse(object, *yes) ||
-                        Fail(error, L"\"" + words[2] + L"\" has no conversion settings");
-             }},
+            {L"conversion-override", conversionSwitch(L"host conversion-override OBJECT yes|no", conversion::SetOverride)},
+            {L"conversion-use", conversionSwitch(L"host conversion-use OBJECT yes|no", conversion::SetUse)},
             {L"source-file",
              [this](Words const& words, std::wstring& error)
              {
