@@ -136,6 +136,7 @@ public:
     void OnImportSoundbankDefinition();
 
     PETreeCtrl& GetTreeCtrl() { return m_tree; }
+    ObjectToolbar& GetObjectToolbar() { return m_toolbar; }
 
 protected:
     DECLARE_MESSAGE_MAP()

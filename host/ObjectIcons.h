@@ -57,10 +57,16 @@ public:
         IconType_PhysicalFolder = 51,
         // A category's root: the top of one kind of project content.
         IconType_CategoryRoot = 60,
+        // A work unit whose file failed to load.
+        IconType_WorkUnitUnreadable = 61,
+        // Source-control overlays, drawn over the corner of a work unit's icon.
+        IconType_OverlayModified = 62,
+        IconType_OverlayAdded = 63,
+        IconType_OverlayUnversioned = 64,
     };
 
     // Every icon type that has art, IconType_None excepted.
-    static constexpr std::array<IconType, 39> k_allIconTypes = {
+    static constexpr std::array<IconType, 43> k_allIconTypes = {
         IconType_Project,         IconType_WorkUnit,
         IconType_SequenceContainer, IconType_Folder,
         IconType_ActorMixer,      IconType_RandomContainer,
@@ -80,7 +86,9 @@ public:
         IconType_AuditionSession, IconType_MixingSession,
         IconType_ControlSurfaceSession, IconType_Query,
         IconType_Platform,        IconType_PhysicalFolder,
-        IconType_CategoryRoot,
+        IconType_CategoryRoot,    IconType_WorkUnitUnreadable,
+        IconType_OverlayModified, IconType_OverlayAdded,
+        IconType_OverlayUnversioned,
     };
 
     // The icon of an object of that type, or null for OrbObjectType_None and unknown numbers.

@@ -12,6 +12,7 @@
 #include "host/GuidTable.h"
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 // What one row of the tree shows, in client coordinates: everything a painter draws.
@@ -32,6 +33,8 @@ struct PETreeRow
     bool dropTarget = false;
     bool cut = false;      // marked by a pending cut: drawn faded
     bool excluded = false; // excluded on the current platform: disabled icon, dimmed text
+    bool languageExcluded = false; // excluded in the current language: drawn as excluded
+    int overlay = 0;       // a source-control overlay over the icon (ObjectIcons::IconType), or 0
     bool editing = false;  // the label editor covers the label
     COLORREF textColor = 0;
     // The object's colour (0x00RRGGBB), or 0xFFFFFFFF for none.
@@ -88,5 +91,7 @@ private:
         static bool IsEmpty(const IndexEntry& entry) { return entry.item == nullptr; }
     };
     GuidTable<IndexEntry, IndexTraits> m_index;
+    // Overlays asked of the nodes, until ClearOverlayIcons.
+    mutable std::unordered_map<HTREEITEM, int> m_overlays;
     int m_overlayClears = 0;
 };

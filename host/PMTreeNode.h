@@ -105,6 +105,10 @@ public:
     virtual CStdStr<wchar_t> GetDisplayName() const; // the text of the row, decorations included
     virtual int GetIconType() const;                 // an ObjectIcons::IconType
     virtual bool IsExcludedOnCurrentPlatform() const;
+    // Excluded from the build of the current language (a voice, say).
+    virtual bool IsExcludedInCurrentLanguage() const;
+    // The source-control overlay drawn over the icon: an ObjectIcons::IconType, 0 for none.
+    virtual int GetOverlayIcon() const;
     virtual uint32_t GetColor() const; // 0x00RRGGBB, or 0xFFFFFFFF for the default colour
     // Whether the node has children, answered without reading them when possible.
     virtual bool HasChildren() const;

@@ -72,14 +72,20 @@ void PaintRow(QPainter& painter, PETreeRow const& row, TreePalette const& palett
     if (row.hasButton)
         PaintButton(painter, row, ToQColor(row.textColor));
 
-    const QPixmap icon = IconArt::Get().Pixmap(row.iconType, row.excluded, row.icon.right - row.icon.left,
-                                               painter.device()->devicePixelRatioF());
-    if (!icon.isNull())
+    const int iconSize = row.icon.right - row.icon.left;
+    const qreal ratio = painter.device()->devicePixelRatioF();
+    const QPixmap icon = IconArt::Get().Pixmap(row.iconType, row.excluded || row.languageExcluded, iconSize, ratio);
+    // The source-control overlay's art fills the icon's square, its badge in a corner.
+    const QPixmap overlay = row.overlay ? IconArt::Get().Pixmap(row.overlay, false, iconSize, ratio) : QPixmap();
+    if (!icon.isNull() || !overlay.isNull())
     {
         painter.save();
         if (row.cut)
             painter.setOpacity(0.45);
-        painter.drawPixmap(ToQRect(row.icon), icon);
+        if (!icon.isNull())
+            painter.drawPixmap(ToQRect(row.icon), icon);
+        if (!overlay.isNull())
+            painter.drawPixmap(ToQRect(row.icon), overlay);
         painter.restore();
     }
     if (!row.editing)

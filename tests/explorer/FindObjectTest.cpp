@@ -3,6 +3,8 @@
 
 #include "TreeStateFixture.h"
 
+#include "sonarium/core/model/ProjectEdit.h"
+
 namespace
 {
 const wchar_t* kThunder = L"AudioObjects/Default Work Unit/Ambience/Weather/Storms/Thunder";
@@ -91,4 +93,24 @@ TEST_F(FindObjectTest, AListIsRevealedAcrossWorkUnitsWithTheLastOneScrolledTo)
     EXPECT_EQ(std::vector<GUID>{IdOf(L"AudioObjects/Default Work Unit/S29")}, Selection(audio));
     EXPECT_EQ(top, audio->GetGUIDOfItem(FirstVisible(audio))) << "scrolled to a skipped object";
     EXPECT_TRUE(audio->GetTreeCtrl().IsRedrawEnabled());
+}
+
+TEST_F(FindObjectTest, AListRevealsDeepObjectsThroughEveryCollapsedLevel)
+{
+    DlgProjectExplorer* view = OpenView({OrbObjectCategories::AudioObjects, OrbObjectCategories::Events});
+    const std::wstring rain = L"AudioObjects/Default Work Unit/Ambience/Weather/Rain";
+    sn::ProjectObject* weather = At(L"AudioObjects/Default Work Unit/Ambience/Weather");
+    ASSERT_TRUE(sn::ProjectEdit::Create(weather, PMTreeNode::SoundSFX, L"Rain"));
+    std::vector<IOrbObject*> objects{At(rain), At(kThunder)};
+    view->FindOrbObject(objects);
+    EXPECT_EQ((std::vector<GUID>{IdOf(kThunder), IdOf(rain)}), Selection(view));
+    for (std::wstring path : {L"AudioObjects/Default Work Unit", L"AudioObjects/Default Work Unit/Ambience",
+                              L"AudioObjects/Default Work Unit/Ambience/Weather",
+                              L"AudioObjects/Default Work Unit/Ambience/Weather/Storms"})
+        EXPECT_TRUE(IsExpanded(view, ItemOf(view, path))) << Utf8::FromWide(path);
+    EXPECT_TRUE(IsInView(view, ItemOf(view, kThunder)));
+
+    // Marks are set on the node model, not only on the rows: a refill shows the same.
+    view->RefreshTree(true);
+    EXPECT_TRUE(IsExpanded(view, ItemOf(view, L"AudioObjects/Default Work Unit/Ambience/Weather/Storms")));
 }

@@ -231,5 +231,20 @@ void ScriptRunner::AddCommands()
     m_commands[L"host"] = [this](Words const& words, std::wstring& error) { return HostEdit(words, error); };
     m_commands[L"print"] = [this](Words const& words, std::wstring& error) { return Print(words, error); };
     AddPanelCommands();
+    AddHostStateCommands();
+    AddAudioStateCommands();
+    AddPlaylistCommands();
+}
+
+void ScriptRunner::AddSubcommands(std::wstring const& command, std::map<std::wstring, Handler> subcommands)
+{
+    Handler before = m_commands[command];
+    m_commands[command] = [before, subcommands](Words const& words, std::wstring& error)
+    {
+        auto found = words.size() > 1 ? subcommands.find(words[1]) : subcommands.end();
+        if (found != subcommands.end())
+            return found->second(words, error);
+        return before ? before(words, error) : Fail(error, L"unknown command \"" + words[0] + L"\"");
+    };
 }
 } // namespace sn

@@ -34,6 +34,17 @@ private:
     using Handler = std::function<bool(Words const&, std::wstring&)>;
 
     void AddCommands();
+    // Lines "COMMAND WORD ..." whose second word is one of `subcommands` go to it; the others to
+    // what COMMAND did before.
+    void AddSubcommands(std::wstring const& command, std::map<std::wstring, Handler> subcommands);
+    // ScriptHostState.cpp: playback, editing capabilities, the toolbar, the project.
+    void AddHostStateCommands();
+    WorkUnitObject* WorkUnitAt(std::wstring const& path, std::wstring& error);
+    // ScriptAudioState.cpp: languages of voices, conversion, the project cache.
+    void AddAudioStateCommands();
+    // ScriptPlaylist.cpp: the sequences and items of music playlists.
+    void AddPlaylistCommands();
+    ProjectObject* ObjectAt(std::wstring const& path, std::wstring& error);
     bool Gesture(Words const& words, std::wstring& error);
     bool Key(Words const& words, std::wstring& error);
     bool Answer(Words const& words, std::wstring& error);

@@ -1,6 +1,7 @@
 #include "sonarium/app/session/AppSession.h"
 
 #include "host/HostMessages.h"
+#include "host/MessageBox.h"
 #include "host/Utf8.h"
 #include "platform/WindowSystem.h"
 #include "sonarium/core/storage/ProjectStorage.h"
@@ -70,6 +71,15 @@ AppSession::AppSession(HostOptions options) : m_host(std::make_unique<Host>(std:
                                        });
     m_inspector = std::make_unique<InspectorModel>();
     WindowSystem::Get().SetFocusHook([this](HWND focus) { OnFocusChanged(focus); });
+    // A change that must write a read-only file asks the user, through the dialog service.
+    m_host->Files().SetQuestion(
+        [](std::filesystem::path const& file)
+        {
+            const std::wstring text = L"The file \"" + Utf8::ToWide(file.generic_string()) +
+                                      L"\" is read-only: it may be kept so by source control until it is "
+                                      L"taken for editing.\n\nMake it writable and make the change?";
+            return CXMessageBox(text.c_str(), MB_YESNO | MB_ICONQUESTION, L"Read-Only File") == IDYES;
+        });
 }
 
 AppSession::~AppSession()
@@ -128,6 +138,9 @@ bool AppSession::SaveProject(std::vector<std::wstring>& messages)
         m_host->Undo().Clear();
     }
     Describe(problems, messages);
+    // Saving changes files: their overlays follow.
+    if (!m_host->ReadSourceControlStatus() && !m_host->SourceControl().Problem().empty())
+        messages.push_back(Utf8::ToWide(m_host->SourceControl().Problem()));
     Pump();
     return saved;
 }

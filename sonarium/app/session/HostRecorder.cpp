@@ -6,7 +6,7 @@
 #include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/NodeRules.h"
-#include "sonarium/core/model/ProjectObject.h"
+#include "sonarium/core/model/Project.h"
 
 namespace sn
 {

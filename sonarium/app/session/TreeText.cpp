@@ -1,5 +1,6 @@
 #include "sonarium/app/session/TreeText.h"
 
+#include "host/ObjectIcons.h"
 #include "host/TreeNodeWithObject.h"
 #include "sonarium/app/session/HostRecorder.h"
 
@@ -24,6 +25,10 @@ std::vector<std::wstring> TreeLines(PETreeCtrl const& tree)
         mark(row.focused, L"focused");
         mark(row.cut, L"cut");
         mark(row.excluded, L"excluded");
+        mark(row.languageExcluded, L"excluded in language");
+        mark(row.overlay == ObjectIcons::IconType_OverlayModified, L"modified");
+        mark(row.overlay == ObjectIcons::IconType_OverlayAdded, L"added");
+        mark(row.overlay == ObjectIcons::IconType_OverlayUnversioned, L"unversioned");
         mark(row.editing, L"editing");
         if (!marks.empty())
             line += L"  [" + marks + L"]";

@@ -1,9 +1,11 @@
 #include "sonarium/core/host/Host.h"
 
 #include "host/ProjectManager.h"
+#include "host/Utf8.h"
 #include "sonarium/core/host/ProjectManagerImpl.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/ModelNotify.h"
+#include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/StorageState.h"
 
 namespace sn
@@ -29,6 +31,7 @@ Host::Host(HostOptions options)
     m_services.SetService(ServiceId_Commands, &m_commands);
     m_services.SetService(ServiceId_EditingCapabilities, &m_capabilities);
     m_properties.Prop(propLockUIUpdate, 3, 1) = 0;
+    ProjectEdit::SetChangeGate(&m_files);
 
     g_host = this;
     INotifyMgr::m_pInstance = &m_notify;
@@ -46,6 +49,7 @@ Host::~Host()
     m_clipboard.Clear();
     m_undo.Clear();
     DropProject();
+    ProjectEdit::SetChangeGate(nullptr);
     ProjectManager::m_pInstance = nullptr;
     g_serviceProviderInstance = nullptr;
     PreferencesStore::Install(nullptr);
@@ -62,6 +66,8 @@ void Host::SetProject(std::unique_ptr<Project> project, bool created)
     m_project = std::move(project);
     if (!m_project)
         return;
+    m_preferences->SetProjectKey(Utf8::ToWide(GuidText::ToString(m_project->GetId())));
+    m_sourceControl.Read(*m_project);
     if (!m_project->Platforms().empty())
         SetPlatform(m_project->Platforms().front().id);
     SetLanguage(m_project->GetReferenceLanguage());
@@ -72,6 +78,8 @@ void Host::CloseProject()
 {
     if (!m_project)
         return;
+    // From here on the views empty: what they would save now is not the project's state.
+    m_preferences->SetProjectKey({});
     notify::Project(notify::evPreClose);
     m_clipboard.Clear();
     m_undo.Clear();
@@ -81,9 +89,19 @@ void Host::CloseProject()
 
 void Host::DropProject()
 {
+    m_preferences->SetProjectKey({});
+    m_sourceControl.Clear();
     if (m_project)
         ForgetStorageState(*m_project);
     m_project.reset();
+}
+
+void Host::SetPlayback(bool playing)
+{
+    if (m_playback == playing)
+        return;
+    m_playback = playing;
+    notify::EditingManager(playing ? notify::evPlaybackStarted : notify::evPlaybackStopped);
 }
 
 void Host::SetPlatform(GUID const& platform)
@@ -99,5 +117,14 @@ void Host::SetLanguage(unsigned long language)
 void Host::RefreshSourceControlIcons()
 {
     notify::SourceControl(notify::evSourceControlIconsRefreshAll);
+}
+
+bool Host::ReadSourceControlStatus()
+{
+    if (!m_project)
+        return false;
+    const bool read = m_sourceControl.Read(*m_project);
+    RefreshSourceControlIcons();
+    return read;
 }
 } // namespace sn

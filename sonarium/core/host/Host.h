@@ -8,6 +8,8 @@
 #include "sonarium/core/notify/NotifyManager.h"
 #include "sonarium/core/prefs/PreferencesStore.h"
 #include "sonarium/core/services/Services.h"
+#include "sonarium/core/sourcecontrol/SourceControlStatus.h"
+#include "sonarium/core/sourcecontrol/WritableFiles.h"
 #include "sonarium/core/undo/UndoManager.h"
 
 #include <filesystem>
@@ -45,6 +47,8 @@ public:
     MainWindowState& MainWindow() { return m_mainWindow; }
     Commands& CommandRegistry() { return m_commands; }
     EditingCapabilities& Capabilities() { return m_capabilities; }
+    // What a change does with read-only files: the application installs the question it asks.
+    WritableFiles& Files() { return m_files; }
 
     Project* GetProject() const { return m_project.get(); }
     // Takes the project as the open one, closing the previous one first, and announces it
@@ -54,11 +58,18 @@ public:
     void CloseProject();
 
     bool IsInPlayback() const { return m_playback; }
-    void SetPlayback(bool playing) { m_playback = playing; }
+    // Starts or stops playback: "EditingManager"/"PlaybackStarted" or "PlaybackStopped", since
+    // what may be edited changes with it.
+    void SetPlayback(bool playing);
     void SetPlatform(GUID const& platform);
     void SetLanguage(unsigned long language);
     // The source-control status was read again: views drop the overlays they drew from the old one.
     void RefreshSourceControlIcons();
+    // The status of the open project's files, as last read.
+    const SourceControlStatus& SourceControl() const { return m_sourceControl; }
+    // Reads the status again (after a save, or when the user asks) and has the views redraw their
+    // overlays; false, with the status's Problem(), when the repository could not be read.
+    bool ReadSourceControlStatus();
 
     CWnd* GetMainWnd() const { return m_mainWnd; }
     void SetMainWnd(CWnd* wnd) { m_mainWnd = wnd; }
@@ -79,6 +90,8 @@ private:
     ServiceProvider m_services;
     std::unique_ptr<ProjectManagerImpl> m_projectManager;
     std::unique_ptr<Project> m_project;
+    SourceControlStatus m_sourceControl;
+    WritableFiles m_files{m_undo};
     bool m_playback = false;
     CWnd* m_mainWnd = nullptr;
 };

@@ -193,6 +193,9 @@ std::unique_ptr<Project> ProjectBuilder::Build(const std::wstring& name, const s
             return nullptr;
     if (!ResolveReferences(parser))
         return nullptr;
+    // Drawn last, so that the objects' GUIDs stay what they were before projects had one.
+    if (ids)
+        project->SetId(NewGuid(*ids));
     return project;
 }
 

@@ -82,6 +82,7 @@ const std::array<Kind, kTypeCount>& Kinds()
         k[N::MusicSegment] = {3, 1, 8, {L"Segment", L"Intro", L"Loop", L"Outro"}};
         k[N::MusicTrack] = {2, 1, 6, {L"Drums", L"Bass", L"Strings", L"Brass", L"Pads", L"Percussion"}};
         k[N::MusicClip] = {0, 1, 0, {L"Clip"}};
+        k[N::MusicPlaylistItem] = {0, 1, 0, {L"Sequence"}};
         return k;
     }();
     return kinds;

@@ -9,6 +9,8 @@ const ROString chClipboard("Clipboard");
 const ROString chInspector("Inspector");
 const ROString chSourceControl("SourceControl");
 const ROString chHost("Host");
+const ROString chEditingManager("EditingManager");
+const ROString chConversion("Conversion");
 
 const ROString evCreated("Created");
 const ROString evLoaded("Loaded");
@@ -28,13 +30,27 @@ const ROString evReferenceBeingRemoved("ReferenceBeingRemoved");
 const ROString evInspect("Inspect");
 const ROString evSourceControlIconsRefreshAll("SourceControlIconsRefreshAll");
 const ROString evEditRefused("EditRefused");
+const ROString evSourceControlAborted("SourceControlAborted");
+const ROString evPlaybackStarted("PlaybackStarted");
+const ROString evPlaybackStopped("PlaybackStopped");
+const ROString evCapabilitiesChanged("CapabilitiesChanged");
+const ROString evCacheChanged("CacheChanged");
+const ROString evLanguageInclusionChanged("LanguageInclusionChanged");
+const ROString evConversionSettingsChanged("ConversionSettingsChanged");
+const ROString evOverrideConversionChanged("OverrideConversionChanged");
+const ROString evConversionUsageChanged("ConversionUsageChanged");
 
 void Object(ROString const& event, IOrbObject* object)
+{
+    About(chObject, event, object);
+}
+
+void About(ROString const& channel, ROString const& event, IOrbObject* object)
 {
     if (!INotifyMgr::m_pInstance)
         return;
     OrbObjNotify::OrbObjectNotifyParam param(event, object);
-    INotifyMgr::m_pInstance->Notify(chObject, param);
+    INotifyMgr::m_pInstance->Notify(channel, param);
 }
 
 void Project(ROString const& event)
@@ -47,18 +63,12 @@ void Project(ROString const& event)
 
 void WorkUnit(ROString const& event, IOrbObject* unit)
 {
-    if (!INotifyMgr::m_pInstance)
-        return;
-    OrbObjNotify::OrbObjectNotifyParam param(event, unit);
-    INotifyMgr::m_pInstance->Notify(chWorkUnit, param);
+    About(chWorkUnit, event, unit);
 }
 
 void Music(ROString const& event, IOrbObject* object)
 {
-    if (!INotifyMgr::m_pInstance)
-        return;
-    OrbObjNotify::OrbObjectNotifyParam param(event, object);
-    INotifyMgr::m_pInstance->Notify(MusicNotify::rosInteractiveMusic, param);
+    About(MusicNotify::rosInteractiveMusic, event, object);
 }
 
 void SourceControl(ROString const& event)
@@ -75,6 +85,14 @@ void EditRefused(std::wstring const& message)
         return;
     EditRefusedParam data(message);
     INotifyMgr::m_pInstance->Notify(chHost, data);
+}
+
+void EditingManager(ROString const& event)
+{
+    if (!INotifyMgr::m_pInstance)
+        return;
+    NotifyData data(event);
+    INotifyMgr::m_pInstance->Notify(chEditingManager, data);
 }
 } // namespace sn::notify
 

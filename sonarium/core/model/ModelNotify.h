@@ -16,6 +16,8 @@ extern const ROString chClipboard; // "Clipboard"
 extern const ROString chInspector; // "Inspector": objects to show in the property inspector
 extern const ROString chSourceControl; // "SourceControl"
 extern const ROString chHost;          // "Host": what the host's window tells the user
+extern const ROString chEditingManager; // "EditingManager": playback and what editing allows
+extern const ROString chConversion;     // "Conversion"
 
 extern const ROString evCreated;
 extern const ROString evLoaded;
@@ -35,6 +37,15 @@ extern const ROString evReferenceBeingRemoved;
 extern const ROString evInspect;
 extern const ROString evSourceControlIconsRefreshAll;
 extern const ROString evEditRefused;
+extern const ROString evSourceControlAborted;
+extern const ROString evPlaybackStarted;
+extern const ROString evPlaybackStopped;
+extern const ROString evCapabilitiesChanged;
+extern const ROString evCacheChanged;
+extern const ROString evLanguageInclusionChanged;
+extern const ROString evConversionSettingsChanged;
+extern const ROString evOverrideConversionChanged;
+extern const ROString evConversionUsageChanged;
 
 // What "Inspector"/"Inspect" carries: the objects, and whether a double click (or Enter) asked.
 class InspectParam : public OrbObjNotify::MultiObjectNotificationParam
@@ -58,10 +69,13 @@ public:
 };
 
 void Object(ROString const& event, IOrbObject* object);
+// An event about one object on any channel.
+void About(ROString const& channel, ROString const& event, IOrbObject* object);
 void Project(ROString const& event);
 void WorkUnit(ROString const& event, IOrbObject* unit);
 // On MusicNotify::rosInteractiveMusic.
 void Music(ROString const& event, IOrbObject* object);
 void SourceControl(ROString const& event);
 void EditRefused(std::wstring const& message);
+void EditingManager(ROString const& event);
 } // namespace sn::notify

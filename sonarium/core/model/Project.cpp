@@ -4,7 +4,7 @@
 
 namespace sn
 {
-Project::Project(CStdStr<wchar_t> name) : m_name(std::move(name))
+Project::Project(CStdStr<wchar_t> name) : m_name(std::move(name)), m_id(NewGuid())
 {
 }
 

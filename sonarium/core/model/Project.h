@@ -34,6 +34,10 @@ public:
 
     const CStdStr<wchar_t>& GetName() const { return m_name; }
     void SetName(CStdStr<wchar_t> name) { m_name = std::move(name); }
+    // Who the project is, whatever its name or folder: what per-project settings are kept under.
+    // A new project gets a new one; the project file keeps it.
+    GUID const& GetId() const { return m_id; }
+    void SetId(GUID const& id) { m_id = id; }
     const std::filesystem::path& GetFolder() const { return m_folder; }
     void SetFolder(std::filesystem::path folder) { m_folder = std::move(folder); }
 
@@ -73,6 +77,7 @@ private:
     };
 
     CStdStr<wchar_t> m_name;
+    GUID m_id;
     std::filesystem::path m_folder;
     std::vector<CSmartPtr<WorkUnitObject>> m_roots;
     GuidTable<ProjectObject*, IndexTraits> m_index;

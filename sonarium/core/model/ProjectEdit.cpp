@@ -35,6 +35,14 @@ CStdStr<wchar_t> FileNameOf(NodeType type, const CStdStr<wchar_t>& name)
     return type == PMTreeNode::WorkUnit ? CStdStr<wchar_t>(name + Utf8::ToWide(kWorkUnitFileExtension)) : name;
 }
 
+IChangeGate* g_gate = nullptr;
+
+// Whether the files that hold these objects may be changed: the gate asks about read-only ones.
+bool MayChange(std::initializer_list<const ProjectObject*> holders, bool projectFile = false)
+{
+    return !g_gate || g_gate->MayChange(holders, projectFile);
+}
+
 // Puts a subtree into the hierarchy or takes it out, raising what views follow.
 class StructureCommand : public IUndoCommand
 {
@@ -146,6 +154,11 @@ bool CanHold(const ProjectObject* parent, NodeType type)
         return parent->GetObjectType() == OrbObjectType_Sound;
     case PMTreeNode::EventAction:
         return parent->GetObjectType() == OrbObjectType_Event;
+    case PMTreeNode::MusicPlaylistItem:
+        // A playlist's sequences, then the items of a sequence.
+        return parent->GetObjectType() == OrbObjectType_MusicPlaylistContainer ||
+               (parent->GetObjectType() == OrbObjectType_MusicPlaylistItem && parent->Parent() &&
+                parent->Parent()->GetObjectType() == OrbObjectType_MusicPlaylistContainer);
     case PMTreeNode::MusicClip:
         return parent->GetObjectType() == OrbObjectType_MusicTrack;
     default:
@@ -218,6 +231,8 @@ ProjectObject* Create(ProjectObject* parent, NodeType type, const CStdStr<wchar_
     Project* project = parent->GetProject();
     if (id && project && project->Find(*id))
         return nullptr;
+    if (!MayChange({parent}, IsFileKind(type)))
+        return nullptr;
     ProjectObject* object = NewProjectObject(project, type, name, id ? *id : NewGuid());
     CSmartPtr<ProjectObject> keep(object);
     auto command = std::make_unique<StructureCommand>(parent, index, object, true);
@@ -232,6 +247,8 @@ bool Adopt(ProjectObject* object, ProjectObject* parent, size_t index)
     if (!object || object->Parent() || !CanHold(parent, object->GetNodeType()) ||
         !IsValidName(object, object->GetNodeType(), parent, object->GetName()) ||
         !EditGuard::AllowsInsert(parent, EditGuard::HeightOf(object)))
+        return false;
+    if (!MayChange({parent}, IsFileKind(object->GetNodeType())))
         return false;
     CSmartPtr<ProjectObject> keep(object);
     auto command = std::make_unique<StructureCommand>(parent, index, object, true);
@@ -249,6 +266,8 @@ bool Rename(ProjectObject* object, const CStdStr<wchar_t>& name)
     // A work unit's or folder's name is the project file's; anything else's, its unit's.
     if (!IsFileKind(object->GetNodeType()) && !EditGuard::AllowsChange(object))
         return false;
+    if (!MayChange({object}, IsFileKind(object->GetNodeType())))
+        return false;
     Change<CStdStr<wchar_t>>(
         object, object->GetName(), name,
         [](ProjectObject* o, const CStdStr<wchar_t>& value) {
@@ -265,7 +284,8 @@ bool Rename(ProjectObject* object, const CStdStr<wchar_t>& name)
 bool Delete(ProjectObject* object)
 {
     ProjectObject* parent = object ? object->Parent() : nullptr;
-    if (!parent || (!IsFileKind(object->GetNodeType()) && !EditGuard::AllowsChange(parent)))
+    if (!parent || (!IsFileKind(object->GetNodeType()) && !EditGuard::AllowsChange(parent)) ||
+        !MayChange({parent}, IsFileKind(object->GetNodeType())))
         return false;
     auto command = std::make_unique<StructureCommand>(parent, parent->IndexOf(object), object, false);
     command->Redo();
@@ -283,6 +303,8 @@ bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
         return false;
     if ((!IsFileKind(object->GetNodeType()) && !EditGuard::AllowsChange(from)) ||
         !EditGuard::AllowsInsert(parent, EditGuard::HeightOf(object)))
+        return false;
+    if (!MayChange({from, parent}, IsFileKind(object->GetNodeType())))
         return false;
     CSmartPtr<ProjectObject> keep(object);
     const size_t oldIndex = from->IndexOf(object);
@@ -302,7 +324,8 @@ bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
 ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index)
 {
     if (!source || !CanHold(parent, source->GetNodeType()) ||
-        !EditGuard::AllowsInsert(parent, EditGuard::HeightOf(source)))
+        !EditGuard::AllowsInsert(parent, EditGuard::HeightOf(source)) ||
+        !MayChange({parent}, IsFileKind(source->GetNodeType())))
         return nullptr;
     const CStdStr<wchar_t> name = UniqueChildName(parent, source->GetName());
     ProjectObject* copy = CloneTree(source, parent->GetProject(), name);
@@ -316,7 +339,8 @@ ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index)
 
 void SetIncluded(ProjectObject* object, GUID const& platform, bool included)
 {
-    if (!object || object->GetIncluded(platform) == included || !EditGuard::AllowsChange(object))
+    if (!object || object->GetIncluded(platform) == included || !EditGuard::AllowsChange(object) ||
+        !MayChange({object}))
         return;
     // The whole inclusion state is kept, so that undo also forgets a per-platform value that
     // did not exist before.
@@ -340,7 +364,7 @@ void SetIncluded(ProjectObject* object, GUID const& platform, bool included)
 
 void SetInclusionLinked(ProjectObject* object, bool linked)
 {
-    if (!object || object->IsInclusionLinked() == linked || !EditGuard::AllowsChange(object))
+    if (!object || object->IsInclusionLinked() == linked || !EditGuard::AllowsChange(object) || !MayChange({object}))
         return;
     Change<bool>(
         object, !linked, linked,
@@ -354,7 +378,7 @@ void SetInclusionLinked(ProjectObject* object, bool linked)
 
 void SetColor(ProjectObject* object, int color)
 {
-    if (!object || object->GetColor() == color || !EditGuard::AllowsChange(object))
+    if (!object || object->GetColor() == color || !EditGuard::AllowsChange(object) || !MayChange({object}))
         return;
     Change<int>(
         object, object->GetColor(), color,
@@ -366,28 +390,34 @@ void SetColor(ProjectObject* object, int color)
         L"Color");
 }
 
-void SetProperty(ProjectObject* object, const std::string& key, const std::wstring& value, ROString const* event)
+bool SetProperty(ProjectObject* object, const std::string& key, const std::wstring& value, ROString const* event,
+                 ROString const* channel)
 {
-    if (!object || object->GetProperty(key) == value || !EditGuard::AllowsChange(object))
-        return;
+    if (!object)
+        return false;
+    if (object->GetProperty(key) == value)
+        return true;
+    if (!EditGuard::AllowsChange(object) || !MayChange({object}))
+        return false;
     const ROString raised = event ? *event : ROString();
+    const ROString on = channel ? *channel : notify::chObject;
     Change<std::wstring>(
         object, object->GetProperty(key), value,
-        [key, raised](ProjectObject* o, const std::wstring& v) {
+        [key, raised, on](ProjectObject* o, const std::wstring& v) {
             o->RawSetProperty(key, v);
             MarkDirty(o);
             if (raised != ROString())
-                notify::Object(raised, o);
+                notify::About(on, raised, o);
         },
         L"Property");
+    return true;
 }
 
 bool SetSourceFile(ProjectObject* source, const std::wstring& file)
 {
     if (!source || source->GetObjectType() != OrbObjectType_AudioSource || file.empty())
         return false;
-    SetProperty(source, "File", file, &notify::evSourceFileChanged);
-    return true;
+    return SetProperty(source, "File", file, &notify::evSourceFileChanged);
 }
 
 bool SetActiveSource(ProjectObject* sound, ProjectObject* source)
@@ -395,9 +425,8 @@ bool SetActiveSource(ProjectObject* sound, ProjectObject* source)
     if (!sound || !source || source->Parent() != sound ||
         source->GetObjectType() != OrbObjectType_AudioSource)
         return false;
-    SetProperty(sound, "ActiveSource", Utf8::ToWide(GuidText::ToString(source->Id())),
-                &notify::evActiveSourceChanged);
-    return true;
+    return SetProperty(sound, "ActiveSource", Utf8::ToWide(GuidText::ToString(source->Id())),
+                       &notify::evActiveSourceChanged);
 }
 
 bool SetTrackType(ProjectObject* track, const std::wstring& type)
@@ -406,7 +435,7 @@ bool SetTrackType(ProjectObject* track, const std::wstring& type)
         return false;
     if (track->GetProperty("TrackType") == type)
         return true;
-    if (!EditGuard::AllowsChange(track))
+    if (!EditGuard::AllowsChange(track) || !MayChange({track}))
         return false;
     Change<std::wstring>(
         track, track->GetProperty("TrackType"), type,
@@ -435,6 +464,11 @@ CStdStr<wchar_t> UniqueChildName(const ProjectObject* parent, const CStdStr<wcha
         if (!taken(candidate))
             return candidate;
     }
+}
+
+void SetChangeGate(IChangeGate* gate)
+{
+    g_gate = gate;
 }
 
 void MarkDirty(ProjectObject* object)

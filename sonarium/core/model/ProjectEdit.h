@@ -6,6 +6,7 @@
 #include "sonarium/core/model/ProjectObject.h"
 
 #include <cstddef>
+#include <initializer_list>
 #include <string>
 
 namespace sn::ProjectEdit
@@ -38,15 +39,30 @@ ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index =
 void SetIncluded(ProjectObject* object, GUID const& platform, bool included);
 void SetInclusionLinked(ProjectObject* object, bool linked);
 void SetColor(ProjectObject* object, int color);
-// Sets a free-form property; raises event on the object channel when one is given.
-void SetProperty(ProjectObject* object, const std::string& key, const std::wstring& value,
-                 ROString const* event = nullptr);
+// Sets a free-form property; raises event about the object when one is given, on the object
+// channel or the one given. False when the change was refused.
+bool SetProperty(ProjectObject* object, const std::string& key, const std::wstring& value,
+                 ROString const* event = nullptr, ROString const* channel = nullptr);
 // The file behind a sound's source: "SourceFileChanged" on the source.
 bool SetSourceFile(ProjectObject* source, const std::wstring& file);
 // Which of its sources a sound plays: "ActiveSourceChanged" on the sound.
 bool SetActiveSource(ProjectObject* sound, ProjectObject* source);
 // How a music track plays its clips: "TrackTypeChanged" on the music channel.
 bool SetTrackType(ProjectObject* track, const std::wstring& type);
+
+// Asked before every change with the objects whose files the change writes (the work units that
+// hold them, or the project file for what no work unit holds), and whether the project file is
+// written too; a gate that answers false stops the change before anything is made.
+class IChangeGate
+{
+public:
+    virtual bool MayChange(std::initializer_list<const ProjectObject*> holders, bool projectFile) = 0;
+
+protected:
+    ~IChangeGate() = default;
+};
+// The gate of the running host; null lets every change through.
+void SetChangeGate(IChangeGate* gate);
 
 // A name not yet used by parent's children, based on name ("Sound" -> "Sound 1"...).
 CStdStr<wchar_t> UniqueChildName(const ProjectObject* parent, const CStdStr<wchar_t>& name);

@@ -103,6 +103,12 @@ IOrbObject* ProjectObject::GetOwnerObject() const
     case OrbObjectType_EventAction:
     case OrbObjectType_MusicClip:
         return m_parent;
+    case OrbObjectType_MusicPlaylistItem:
+        // A playlist's sequences and items are shown by their playlist container.
+        for (ProjectObject* at = m_parent; at; at = at->m_parent)
+            if (at->GetObjectType() == OrbObjectType_MusicPlaylistContainer)
+                return at;
+        return nullptr;
     default:
         return nullptr;
     }
@@ -182,6 +188,7 @@ bool ProjectObject::IsHierarchyMember(OrbObjectType type)
     case OrbObjectType_AudioSource:
     case OrbObjectType_EventAction:
     case OrbObjectType_MusicClip:
+    case OrbObjectType_MusicPlaylistItem:
     case OrbObjectType_Platform:
         return false;
     default:

@@ -54,7 +54,8 @@ public:
     ProjectObject* Parent() const { return m_parent; }
     const std::vector<CSmartPtr<ProjectObject>>& Children() const { return m_children; }
     // Whether objects of the type are members of the hierarchy, rather than parts of their
-    // parent: a sound's sources, an event's actions, a clip of a track and a platform are parts.
+    // parent: a sound's sources, an event's actions, a clip of a track, a playlist's sequences and
+    // items and a platform are parts.
     static bool IsHierarchyMember(OrbObjectType type);
     // Whether some child is a member of the hierarchy; kept as children come and go, so that
     // asking never visits the children.

@@ -2,10 +2,13 @@
 
 #include "host/ObjectIcons.h"
 #include "host/Utf8.h"
+#include "sonarium/core/audio/VoiceLanguages.h"
+#include "sonarium/core/host/Host.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/Project.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/storage/StorageState.h"
 
 #include <array>
 #include <unordered_map>
@@ -115,6 +118,8 @@ CStdStr<wchar_t> ProjectNode::GetDisplayName() const
 
 int ProjectNode::GetIconType() const
 {
+    if (m_unreadable)
+        return ObjectIcons::IconType_WorkUnitUnreadable;
     // A category's root is not a work unit the user made: it has an icon of its own.
     if (m_model->IsTopWorkUnit())
         return ObjectIcons::IconType_CategoryRoot;
@@ -172,13 +177,38 @@ void ProjectNode::SetIncluded(bool include, bool)
 void ProjectNode::ReadVisuals()
 {
     m_displayName = m_model->NameUtf8();
+    m_unreadable = false;
+    m_languageExcluded = !voices::IsIncludedInLanguage(m_model, CurrentLanguage());
     if (auto* unit = dynamic_cast<WorkUnitObject*>(m_model))
     {
         if (unit->IsDirty())
             m_displayName += "*"; // unsaved changes
         if (!unit->IsLoaded())
-            m_displayName += " (unloaded)";
+        {
+            // A file that failed to load is not one the user chose to unload.
+            m_unreadable = m_model->GetProject() && IsWorkUnitBroken(*m_model->GetProject(), unit);
+            m_displayName += m_unreadable ? " (unreadable)" : " (unloaded)";
+        }
     }
+}
+
+int ProjectNode::GetOverlayIcon() const
+{
+    Host* host = Host::Get();
+    if (!host || m_type != WorkUnit)
+        return ObjectIcons::IconType_None;
+    switch (host->SourceControl().StatusOf(ID()))
+    {
+    case FileStatus::Modified:
+        return ObjectIcons::IconType_OverlayModified;
+    case FileStatus::Added:
+        return ObjectIcons::IconType_OverlayAdded;
+    case FileStatus::Unversioned:
+        return ObjectIcons::IconType_OverlayUnversioned;
+    case FileStatus::None:
+        break;
+    }
+    return ObjectIcons::IconType_None;
 }
 
 uint32_t ProjectNode::GetColor() const

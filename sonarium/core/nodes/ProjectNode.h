@@ -22,8 +22,10 @@ public:
 
     GUID const& ID() const override { return m_model->Id(); }
     CStdStr<wchar_t> GetDisplayName() const override;
-    int GetIconType() const override; // follows the node's kind alone
+    int GetIconType() const override; // the kind's, or that of a work unit whose file failed to load
     bool IsExcludedOnCurrentPlatform() const override { return m_excluded; }
+    int GetOverlayIcon() const override; // the source-control status of a work unit's file
+    bool IsExcludedInCurrentLanguage() const override { return m_languageExcluded; }
     // Read from the objects each time: a colour change only repaints the tree.
     uint32_t GetColor() const override;
     bool HasChildren() const override;
@@ -49,5 +51,7 @@ private:
 
     std::string m_displayName; // UTF-8
     bool m_excluded = false;
+    bool m_unreadable = false; // a work unit whose file failed to load
+    bool m_languageExcluded = false;
 };
 } // namespace sn

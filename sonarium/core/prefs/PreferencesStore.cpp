@@ -1,5 +1,7 @@
 #include "sonarium/core/prefs/PreferencesStore.h"
 
+#include "sonarium/core/prefs/ProjectSection.h"
+
 #include "host/Utf8.h"
 #include "sonarium/core/storage/FileIO.h"
 #include "sonarium/core/storage/JsonDepth.h"
@@ -288,6 +290,8 @@ void PreferencesStore::Forget(const wchar_t* section, const wchar_t* key)
 void PreferencesStore::GetGUIDValue(GUID& out, const wchar_t* section, const wchar_t* key,
                                     GUID const& defaultValue) const
 {
+    const std::optional<std::wstring> resolved = ResolveProjectSection(section, m_projectKey);
+    section = resolved ? resolved->c_str() : nullptr;
     const std::string* text = m_document->FindText(section, key, kGuid);
     const std::optional<GUID> parsed = text ? GuidText::FromString(*text) : std::nullopt;
     out = parsed ? *parsed : defaultValue;
@@ -296,6 +300,8 @@ void PreferencesStore::GetGUIDValue(GUID& out, const wchar_t* section, const wch
 bool PreferencesStore::GetBinaryValue(const wchar_t* section, const wchar_t* key, unsigned char** data,
                                       size_t* size) const
 {
+    const std::optional<std::wstring> resolved = ResolveProjectSection(section, m_projectKey);
+    section = resolved ? resolved->c_str() : nullptr;
     const std::string* text = m_document->FindText(section, key, kBinary);
     const std::optional<std::string> bytes = text ? FromHex(*text) : std::nullopt;
     if (!bytes || !data || !size)
@@ -310,6 +316,8 @@ bool PreferencesStore::GetBinaryValue(const wchar_t* section, const wchar_t* key
 long long PreferencesStore::GetIntValue(const wchar_t* section, const wchar_t* key,
                                         long long defaultValue) const
 {
+    const std::optional<std::wstring> resolved = ResolveProjectSection(section, m_projectKey);
+    section = resolved ? resolved->c_str() : nullptr;
     const Json* value = m_document->Find(section, key, kInt);
     if (!value || !value->is_number_integer())
         return defaultValue;
@@ -320,6 +328,8 @@ long long PreferencesStore::GetIntValue(const wchar_t* section, const wchar_t* k
 
 bool PreferencesStore::GetStringValue(const wchar_t* section, const wchar_t* key, wchar_t const** value) const
 {
+    const std::optional<std::wstring> resolved = ResolveProjectSection(section, m_projectKey);
+    section = resolved ? resolved->c_str() : nullptr;
     const std::string* text = m_document->FindText(section, key, kString);
     if (!text || !value)
         return false;
@@ -334,6 +344,8 @@ bool PreferencesStore::GetStringValue(const wchar_t* section, const wchar_t* key
 void PreferencesStore::SetBinaryValue(const wchar_t* section, const wchar_t* key, const unsigned char* data,
                                       size_t size)
 {
+    const std::optional<std::wstring> resolved = ResolveProjectSection(section, m_projectKey);
+    section = resolved ? resolved->c_str() : nullptr;
     if (!section || !key || (!data && size != 0))
         return;
     m_document->Put(section, key, kBinary, ToHex(data, size));
@@ -343,6 +355,8 @@ void PreferencesStore::SetBinaryValue(const wchar_t* section, const wchar_t* key
 
 void PreferencesStore::SetGUIDValue(const wchar_t* section, const wchar_t* key, GUID const& value)
 {
+    const std::optional<std::wstring> resolved = ResolveProjectSection(section, m_projectKey);
+    section = resolved ? resolved->c_str() : nullptr;
     if (!section || !key)
         return;
     m_document->Put(section, key, kGuid, GuidText::ToString(value));
@@ -352,6 +366,8 @@ void PreferencesStore::SetGUIDValue(const wchar_t* section, const wchar_t* key, 
 
 void PreferencesStore::SetIntValue(const wchar_t* section, const wchar_t* key, long long value)
 {
+    const std::optional<std::wstring> resolved = ResolveProjectSection(section, m_projectKey);
+    section = resolved ? resolved->c_str() : nullptr;
     if (!section || !key)
         return;
     m_document->Put(section, key, kInt, value);
@@ -361,6 +377,8 @@ void PreferencesStore::SetIntValue(const wchar_t* section, const wchar_t* key, l
 
 void PreferencesStore::SetStringValue(const wchar_t* section, const wchar_t* key, const wchar_t* value)
 {
+    const std::optional<std::wstring> resolved = ResolveProjectSection(section, m_projectKey);
+    section = resolved ? resolved->c_str() : nullptr;
     if (!section || !key)
         return;
     m_document->Put(section, key, kString, Utf8::FromWide(value ? value : L""));

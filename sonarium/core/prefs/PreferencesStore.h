@@ -41,6 +41,11 @@ public:
     void SetIntValue(const wchar_t* section, const wchar_t* key, long long value) override;
     void SetStringValue(const wchar_t* section, const wchar_t* key, const wchar_t* value) override;
 
+    // What "<PROJECT>" in a section's name stands for: the open project's key, or empty while none
+    // is open (those sections then read as empty and take no writes).
+    void SetProjectKey(std::wstring key) { m_projectKey = std::move(key); }
+    const std::wstring& ProjectKey() const { return m_projectKey; }
+
     const std::filesystem::path& Path() const { return m_path; }
     // What went wrong with the file, one ready-to-show text per event, oldest first.
     std::vector<std::wstring> const& Problems() const { return m_problems; }
@@ -58,6 +63,7 @@ private:
     void Forget(const wchar_t* section, const wchar_t* key);
 
     std::filesystem::path m_path;
+    std::wstring m_projectKey;
     std::unique_ptr<Document> m_document;
     std::vector<std::wstring> m_problems;
     bool m_readOnly = false;

@@ -62,18 +62,14 @@ bool Commands::ExecuteCommand(const ROString& id, uintptr_t a, uintptr_t b, uint
 
 void EditingCapabilities::SetCapabilityEnabled(unsigned capability, bool enabled)
 {
-    if (enabled)
-        m_disabled.erase(capability);
-    else
-        m_disabled.insert(capability);
+    if (enabled ? m_disabled.erase(capability) != 0 : m_disabled.insert(capability).second)
+        notify::EditingManager(notify::evCapabilitiesChanged);
 }
 
 void EditingCapabilities::SetObjectTypeAllowed(OrbObjectType type, bool allowed)
 {
-    if (allowed)
-        m_forbidden.erase(type);
-    else
-        m_forbidden.insert(type);
+    if (allowed ? m_forbidden.erase(type) != 0 : m_forbidden.insert(type).second)
+        notify::EditingManager(notify::evCapabilitiesChanged);
 }
 
 IService* ServiceProvider::GetService(unsigned id) const

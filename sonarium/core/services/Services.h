@@ -72,7 +72,8 @@ private:
     std::vector<ROString> m_executed;
 };
 
-// 147: the capabilities and object types this edition allows; all by default.
+// 147: the capabilities and object types this edition allows; all by default. A change raises
+// "EditingManager"/"CapabilitiesChanged".
 class EditingCapabilities : public IEditingCapabilityService
 {
 public:
@@ -80,6 +81,8 @@ public:
     bool IsObjectTypeAllowed(OrbObjectType type) const override { return !m_forbidden.count(type); }
     void SetCapabilityEnabled(unsigned capability, bool enabled);
     void SetObjectTypeAllowed(OrbObjectType type, bool allowed);
+    const std::set<unsigned>& DisabledCapabilities() const { return m_disabled; }
+    const std::set<OrbObjectType>& ForbiddenTypes() const { return m_forbidden; }
 
 private:
     std::set<unsigned> m_disabled;

@@ -5,6 +5,7 @@
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/FileIO.h"
+#include "sonarium/core/storage/ProjectIdentity.h"
 #include "sonarium/core/storage/ProjectLock.h"
 #include "sonarium/core/storage/SaveJournal.h"
 #include "sonarium/core/storage/StorageJson.h"
@@ -154,6 +155,7 @@ std::unique_ptr<Project> ReadProjectFile(const fs::path& path, FileIO::FileStamp
 {
     const Json document = ReadDocument(path, "sonarium-project", &stamp);
     auto project = std::make_unique<Project>(ProjectName(document, path, fixed));
+    storage::ReadProjectIdentity(document, path, *project);
     ReadPlatformsAndLanguages(*project, document, fixed);
     const Json& reference = storage::Member(document, "referenceLanguage");
     if (!reference.is_number_unsigned())
@@ -200,7 +202,7 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
     catch (const std::exception& error)
     {
         problems.push_back({path, error.what()});
-        unit.RawSetLoadProblem(Utf8::FromWide(problems.back().Text()));
+        unit.RawSetLoadProblem(problems.back().reason);
         return false;
     }
 }

@@ -5,6 +5,7 @@
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/FileIO.h"
+#include "sonarium/core/storage/ProjectIdentity.h"
 #include "sonarium/core/storage/SaveJournal.h"
 #include "sonarium/core/storage/SavePlan.h"
 #include "sonarium/core/storage/StorageJson.h"
@@ -249,6 +250,7 @@ private:
     {
         Json document = storage::Header("sonarium-project");
         document["name"] = Utf8::FromWide(m_project.GetName());
+        storage::WriteProjectIdentity(document, m_project);
         Json platforms = Json::array();
         for (const Platform& platform : m_project.Platforms())
             platforms.push_back(

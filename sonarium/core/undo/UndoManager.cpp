@@ -36,6 +36,8 @@ void UndoManager::Record(std::unique_ptr<IUndoCommand> command, const wchar_t* n
 
 void UndoManager::BeginGroup(bool)
 {
+    if (m_open.empty())
+        ++m_outerGroups;
     m_open.emplace_back();
 }
 

@@ -39,6 +39,8 @@ public:
     int GroupDepth() const { return static_cast<int>(m_open.size()); }
     // The name the innermost open group has so far (that of its first named change), or empty.
     CStdStr<wchar_t> OpenGroupName() const { return m_open.empty() ? CStdStr<wchar_t>() : m_open.back().name; }
+    // Counts the outermost groups opened: tells one user command from the next.
+    unsigned long OuterGroupCount() const { return m_outerGroups; }
     size_t UndoCount() const { return m_undo.size(); }
     void Clear();
 
@@ -53,5 +55,6 @@ private:
     std::vector<Step> m_undo;
     std::vector<Step> m_redo;
     bool m_replaying = false;
+    unsigned long m_outerGroups = 0;
 };
 } // namespace sn

@@ -49,6 +49,10 @@ constexpr std::array k_names = {
     Entry{ObjectIcons::IconType_Platform, "Platform"},
     Entry{ObjectIcons::IconType_PhysicalFolder, "PhysicalFolder"},
     Entry{ObjectIcons::IconType_CategoryRoot, "CategoryRoot"},
+    Entry{ObjectIcons::IconType_WorkUnitUnreadable, "WorkUnitUnreadable"},
+    Entry{ObjectIcons::IconType_OverlayModified, "OverlayModified"},
+    Entry{ObjectIcons::IconType_OverlayAdded, "OverlayAdded"},
+    Entry{ObjectIcons::IconType_OverlayUnversioned, "OverlayUnversioned"},
 };
 static_assert(k_names.size() == ObjectIcons::k_allIconTypes.size(), "every icon type has a name");
 } // namespace

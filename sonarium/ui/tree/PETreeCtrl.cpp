@@ -139,6 +139,7 @@ void PETreeCtrl::UpdateIcon(HTREEITEM item)
 
 void PETreeCtrl::ClearOverlayIcons()
 {
+    m_overlays.clear();
     ++m_overlayClears;
     Repaint();
 }
@@ -172,5 +173,6 @@ void PETreeCtrl::OnItemDeleting(HTREEITEM item)
     // about to be filled again by a refresh.
     if (GetCount() <= 1)
         m_index.Reset();
+    m_overlays.erase(item);
     MultiSelectionTreeCtrl::OnItemDeleting(item);
 }

@@ -47,8 +47,13 @@ PETreeRow PETreeCtrl::GetRow(HTREEITEM item) const
     {
         row.cut = node->m_bCutMarked;
         row.excluded = node->IsExcludedOnCurrentPlatform();
+        row.languageExcluded = node->IsExcludedInCurrentLanguage();
         row.colorTag = node->GetColor();
-        if (row.excluded)
+        auto overlay = m_overlays.find(item);
+        if (overlay == m_overlays.end())
+            overlay = m_overlays.emplace(item, node->GetOverlayIcon()).first;
+        row.overlay = overlay->second;
+        if (row.excluded || row.languageExcluded)
             row.textColor = Blend(text, Resolved(GetBkColor(), "Explorer_BackgroundColor"));
     }
     return row;

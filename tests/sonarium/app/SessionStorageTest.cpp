@@ -66,7 +66,7 @@ public:
         m_process = ::fork();
         if (m_process == 0)
         {
-            sn::OpenResult opened = sn::OpenProject(folder, sn::OpenOptions{.lock = true});
+            sn::OpenResult opened = sn::OpenProject(folder, sn::OpenOptions{.lock = true, .progress = {}});
             (void)!::write(ready[1], opened.readOnly.empty() ? "w" : "r", 1);
             char byte;
             (void)!::read(m_quit[0], &byte, 1);

@@ -1,7 +1,9 @@
 // Where an object is kept: its work unit and that work unit's file, relative to the project.
 
+#include "host/Utf8.h"
 #include "sonarium/core/storage/ProjectStorage.h"
 #include "sonarium/core/storage/StorageState.h"
+#include "sonarium/core/storage/WorkUnitFile.h"
 #include "sonarium/ui/inspector/InspectorRowSource.h"
 
 namespace sn
@@ -28,10 +30,16 @@ void Rows(ProjectObject const& object, InspectorRowSink& rows)
         return;
     if (unit != &object)
         rows.Add("work-unit", L"Work Unit", unit->GetName().c_str());
-    if (unit->IsFile())
-        rows.Add("file", L"File", FileOf(*unit));
-    else
-        rows.Add("file", L"File", L"(kept in the project file)");
+    if (!unit->IsFile())
+        return rows.Add("file", L"File", L"(kept in the project file)");
+    rows.Add("file", L"File", FileOf(*unit));
+    // A unit whose objects are not in memory says so, and for a file that failed to load, what is
+    // wrong with it.
+    const WorkUnitFile file = DescribeWorkUnitFile(*unit);
+    if (file.state != WorkUnitFile::Loaded)
+        rows.Add("file-state", L"State", Utf8::ToWide(WorkUnitFileStateName(file.state)));
+    if (file.state == WorkUnitFile::Unreadable)
+        rows.Add("file-problem", L"Problem", Utf8::ToWide(file.problem));
 }
 
 [[maybe_unused]] const bool k_registered = RegisterInspectorRowSource({200, &Rows, nullptr});

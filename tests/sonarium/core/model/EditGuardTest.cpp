@@ -102,8 +102,7 @@ TEST_F(EditGuardTest, AnUnreadableUnitSaysWhyAndIsNeverWrittenOver)
     EXPECT_EQ(ProjectEdit::Create(props, N::SoundSFX, L"Fix"), nullptr);
     ASSERT_EQ(refusals.messages.size(), 1u);
     const std::string& message = refusals.messages[0];
-    EXPECT_EQ(message.rfind("The work unit \"Props\" could not be read from its file (" + file.string() + ": line ", 0),
-              0u)
+    EXPECT_EQ(message.rfind("The work unit \"Props\" could not be read from its file (line ", 0), 0u)
         << message;
     EXPECT_NE(message.find("repair the file and load the work unit before changing what it holds."),
               std::string::npos)

@@ -109,6 +109,14 @@ TEST_F(HostTest, RevealingAnObjectExpandsItsPathAndSelectsIt)
     PMTreeNode* ambience = Child(Child(fresh.get(), L"Default Work Unit"), L"Ambience");
     EXPECT_TRUE(ambience->IsExpanded());
     EXPECT_FALSE(ambience->Children()[0]->IsSelected());
+
+    // A node left open inside a closed one keeps its mark, and the closed one stays closed.
+    auto nested = RootNode(OrbObjectCategories::AudioObjects);
+    nested->ExpandAndSelectChildrenNode({At(L"AudioObjects/Default Work Unit/Ambience/Wind")->Id()}, {});
+    PMTreeNode* unit = Child(nested.get(), L"Default Work Unit");
+    EXPECT_FALSE(unit->IsExpanded());
+    EXPECT_FALSE(Child(unit, L"Ambience")->IsExpanded());
+    EXPECT_TRUE(Child(Child(unit, L"Ambience"), L"Wind")->IsExpanded());
 }
 
 TEST_F(HostTest, CapabilitiesParentsAndInclusionOfNodes)
