@@ -16,6 +16,8 @@ public:
     virtual bool GetTopWorkUnit(IOrbObject* object, CSmartPtr<IOrbWorkUnit>& out) const = 0;
     // Adds a new object to the work unit that receives new objects of its kind.
     virtual bool AddToDefaultWorkUnit(IOrbObject* object) = 0;
+    // The platform the user works on now.
+    virtual GUID GetCurrentPlatform() const = 0;
 
 protected:
     virtual ~ProjectManager() = default;

@@ -3,6 +3,7 @@
 #include "host/OrbObjectHelpers.h"
 
 #include "host/ProjectManager.h"
+#include "sonarium/core/model/ProjectObject.h"
 
 namespace
 {
@@ -26,5 +27,14 @@ bool CanDelete(const IOrbObject* object)
 bool CanRename(const IOrbObject* object)
 {
     return object && object->GetObjectType() != OrbObjectType_Platform && !IsTopWorkUnit(object);
+}
+
+bool AnyAncestor(const IOrbObject* object, const std::function<bool(const IOrbObject*)>& predicate, bool includeSelf)
+{
+    const sn::ProjectObject* model = sn::AsProjectObject(object);
+    for (const sn::ProjectObject* up = model && !includeSelf ? model->Parent() : model; up; up = up->Parent())
+        if (predicate(up))
+            return true;
+    return false;
 }
 } // namespace OrbObjectHelpers

@@ -6,6 +6,7 @@
 #include "host/GlobalProp.h"
 #include "sonarium/core/model/Project.h"
 #include "sonarium/core/notify/NotifyManager.h"
+#include "sonarium/core/plugins/PluginRegistry.h"
 #include "sonarium/core/prefs/PreferencesStore.h"
 #include "sonarium/core/services/Services.h"
 #include "sonarium/core/undo/UndoManager.h"
@@ -18,6 +19,7 @@ class CWnd;
 namespace sn
 {
 class ProjectManagerImpl;
+class PresetManagerImpl;
 
 struct HostOptions
 {
@@ -45,6 +47,7 @@ public:
     MainWindowState& MainWindow() { return m_mainWindow; }
     Commands& CommandRegistry() { return m_commands; }
     EditingCapabilities& Capabilities() { return m_capabilities; }
+    PluginRegistry& Plugins() { return m_plugins; }
 
     Project* GetProject() const { return m_project.get(); }
     // Takes the project as the open one, closing the previous one first, and announces it
@@ -78,6 +81,8 @@ private:
     EditingCapabilities m_capabilities;
     ServiceProvider m_services;
     std::unique_ptr<ProjectManagerImpl> m_projectManager;
+    PluginRegistry m_plugins;
+    std::unique_ptr<PresetManagerImpl> m_presetManager;
     std::unique_ptr<Project> m_project;
     bool m_playback = false;
     CWnd* m_mainWnd = nullptr;

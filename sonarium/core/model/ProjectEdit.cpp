@@ -5,10 +5,11 @@
 #include "host/Utf8.h"
 #include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/NodeRules.h"
+#include "sonarium/core/model/ObjectKinds.h"
 #include "sonarium/core/model/Project.h"
+#include "sonarium/core/naming/NamingRules.h"
 #include "sonarium/core/undo/UndoManager.h"
 
-#include <cwctype>
 #include <functional>
 #include <map>
 
@@ -145,34 +146,11 @@ bool CanHold(const ProjectObject* parent, NodeType type)
 bool IsValidName(const ProjectObject* object, NodeType type, const ProjectObject* parent,
                  const CStdStr<wchar_t>& name, std::wstring* why)
 {
-    auto fail = [&](const wchar_t* reason) {
-        if (why)
-            *why = reason;
-        return false;
-    };
-    CStdStr<wchar_t> trimmed = name;
-    trimmed.Trim();
-    if (trimmed.empty())
-        return fail(L"The name is empty.");
-    if (name.size() > 255)
-        return fail(L"The name is longer than 255 characters.");
-    for (wchar_t c : name)
-        if (std::iswcntrl(static_cast<wint_t>(c)))
-            return fail(L"The name contains a control character.");
-    if (IsFileKind(type))
-    {
-        if (name.find_first_of(L"\\/:*?\"<>|") != std::wstring::npos)
-            return fail(L"The name of a work unit or folder cannot contain any of \\ / : * ? \" < > |.");
-        if (trimmed != name || name.back() == L'.')
-            return fail(L"The name of a work unit or folder cannot begin or end with a blank or end with a period.");
-        // Files of one folder need distinct names, whatever their case.
-        if (parent)
-            for (const CSmartPtr<ProjectObject>& sibling : parent->Children())
-                if (sibling.Get() != object && IsFileKind(sibling->GetNodeType()) &&
-                    sibling->GetName().CompareNoCase(name) == 0)
-                    return fail(L"Another work unit or folder here already has this name.");
-    }
-    return true;
+    const OrbObjectType objectType = rules::ObjectTypeOf(type);
+    const naming::Result result = naming::Check(objectType, name, parent, object);
+    if (result != ObjectName::NameValid && why)
+        *why = naming::Describe(result, objectType, name);
+    return result == ObjectName::NameValid;
 }
 
 ProjectObject* Create(ProjectObject* parent, NodeType type, const CStdStr<wchar_t>& name, size_t index, GUID const* id)
@@ -193,8 +171,9 @@ ProjectObject* Create(ProjectObject* parent, NodeType type, const CStdStr<wchar_
 
 bool Adopt(ProjectObject* object, ProjectObject* parent, size_t index)
 {
+    // An object may come in unnamed, to be named once it is in place (a new event is).
     if (!object || object->Parent() || !CanHold(parent, object->GetNodeType()) ||
-        !IsValidName(object, object->GetNodeType(), parent, object->GetName()))
+        (!object->NameUtf8().empty() && !IsValidName(object, object->GetNodeType(), parent, object->GetName())))
         return false;
     CSmartPtr<ProjectObject> keep(object);
     auto command = std::make_unique<StructureCommand>(parent, index, object, true);
@@ -238,8 +217,7 @@ bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
     ProjectObject* from = object ? object->Parent() : nullptr;
     if (!from || !parent || parent == object || object->IsAncestorOf(parent) || !CanHold(parent, object->GetNodeType()))
         return false;
-    if (IsFileKind(object->GetNodeType()) && parent != from &&
-        !IsValidName(object, object->GetNodeType(), parent, object->GetName()))
+    if (parent != from && !IsValidName(object, object->GetNodeType(), parent, object->GetName()))
         return false;
     CSmartPtr<ProjectObject> keep(object);
     const size_t oldIndex = from->IndexOf(object);
@@ -351,8 +329,8 @@ bool SetActiveSource(ProjectObject* sound, ProjectObject* source)
     if (!sound || !source || source->Parent() != sound ||
         source->GetObjectType() != OrbObjectType_AudioSource)
         return false;
-    SetProperty(sound, "ActiveSource", Utf8::ToWide(GuidText::ToString(source->Id())),
-                &notify::evActiveSourceChanged);
+    SetProperty(sound, SoundObject::ActiveSourceKey(SoundObject::LanguageOf(*source)),
+                Utf8::ToWide(GuidText::ToString(source->Id())), &notify::evActiveSourceChanged);
     return true;
 }
 
@@ -375,20 +353,7 @@ bool SetTrackType(ProjectObject* track, const std::wstring& type)
 
 CStdStr<wchar_t> UniqueChildName(const ProjectObject* parent, const CStdStr<wchar_t>& name)
 {
-    auto taken = [&](const CStdStr<wchar_t>& candidate) {
-        for (const CSmartPtr<ProjectObject>& child : parent->Children())
-            if (child->GetName().CompareNoCase(candidate) == 0)
-                return true;
-        return false;
-    };
-    if (!parent || !taken(name))
-        return name;
-    for (int n = 1;; ++n)
-    {
-        CStdStr<wchar_t> candidate = name + L" " + std::to_wstring(n);
-        if (!taken(candidate))
-            return candidate;
-    }
+    return naming::MakeUnique(name, parent, nullptr);
 }
 
 void MarkDirty(ProjectObject* object)

@@ -39,7 +39,7 @@ void SetProperty(ProjectObject* object, const std::string& key, const std::wstri
                  ROString const* event = nullptr);
 // The file behind a sound's source: "SourceFileChanged" on the source.
 bool SetSourceFile(ProjectObject* source, const std::wstring& file);
-// Which of its sources a sound plays: "ActiveSourceChanged" on the sound.
+// Which of its sources a sound plays in the source's language: "ActiveSourceChanged" on the sound.
 bool SetActiveSource(ProjectObject* sound, ProjectObject* source);
 // How a music track plays its clips: "TrackTypeChanged" on the music channel.
 bool SetTrackType(ProjectObject* track, const std::wstring& type);

@@ -4,6 +4,7 @@
 #include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/presets/PresetFile.h"
 #include "sonarium/core/storage/FileIO.h"
 #include "sonarium/core/storage/StorageJson.h"
 #include "sonarium/core/storage/StorageState.h"
@@ -130,9 +131,10 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
                               GuidText::ToString(unit.Id()));
         storage::StringMember(document, "name");
         std::set<GUID, GUIDLess> ids;
+        std::vector<std::string> fixes;
         try
         {
-            storage::ReadChildren(storage::ArrayMember(document, "children"), &unit, ids);
+            storage::ReadChildren(storage::ArrayMember(document, "children"), &unit, ids, &fixes);
         }
         catch (...)
         {
@@ -143,6 +145,11 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
         }
         for (const CSmartPtr<ProjectObject>& child : unit.Children())
             project.Index(child.Get());
+        // The fixed names are the unit's now: saving it writes them.
+        for (const std::string& fix : fixes)
+            problems.push_back({path, fix});
+        if (!fixes.empty())
+            unit.RawSetDirty(true);
         return true;
     }
     catch (const std::exception& error)
@@ -191,19 +198,20 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder)
 
     Project& project = *result.project;
     project.SetFolder(file.parent_path());
+    ReadPresets(project, project.GetFolder(), result.problems);
     StorageState& state = ResetStorageState(project);
     state.projectFile = file;
     for (WorkUnitObject* unit : project.FileWorkUnits())
     {
         const fs::path path = WorkUnitFilePath(*unit, project.GetFolder());
         state.savedPaths[unit->Id()] = path;
+        unit->RawSetDirty(false);
         // A unit saved unloaded stays on disk until the user loads it.
         if (unit->IsLoaded() && !ReadWorkUnitFile(project, *unit, path, result.problems))
         {
             state.broken.insert(unit->Id());
             unit->RawSetLoaded(false);
         }
-        unit->RawSetDirty(false);
     }
     project.SetDirty(false);
     return result;

@@ -4,6 +4,7 @@
 #include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/presets/PresetFile.h"
 #include "sonarium/core/storage/FileIO.h"
 #include "sonarium/core/storage/StorageJson.h"
 #include "sonarium/core/storage/StorageState.h"
@@ -166,14 +167,7 @@ private:
         return items;
     }
 
-    fs::path FolderPath(const ProjectObject& folder) const
-    {
-        fs::path relative;
-        const ProjectObject* top = &folder;
-        for (; top->Parent(); top = top->Parent())
-            relative = NamePart(top->GetName()) / relative;
-        return m_folder / rules::CategoryKey(top->GetCategory()) / relative;
-    }
+    fs::path FolderPath(const ProjectObject& folder) const { return sn::FolderPath(folder, m_folder); }
 
     void SaveProjectFile()
     {
@@ -257,6 +251,15 @@ fs::path ProjectFilePath(const Project& project, const fs::path& folder)
     return folder / (Utf8::FromWide(project.GetName()) + kProjectFileExtension);
 }
 
+fs::path FolderPath(const ProjectObject& folderObject, const fs::path& folder)
+{
+    fs::path relative;
+    const ProjectObject* top = &folderObject;
+    for (; top->Parent(); top = top->Parent())
+        relative = NamePart(top->GetName()) / relative;
+    return folder / rules::CategoryKey(top->GetCategory()) / relative;
+}
+
 fs::path WorkUnitFilePath(const WorkUnitObject& unit, const fs::path& folder)
 {
     fs::path relative = Utf8::FromWide(unit.GetName()) + kWorkUnitFileExtension;
@@ -274,7 +277,7 @@ bool SaveProject(Project& project, StorageProblems& problems)
         return false;
     }
     Saver saver(project, project.GetFolder(), StorageStateOf(project), false, problems);
-    const bool ok = saver.Run();
+    const bool ok = saver.Run() && WritePresets(project, project.GetFolder(), problems);
     // What was written is on disk even when something else failed.
     saver.Commit();
     return ok;
@@ -286,7 +289,7 @@ bool SaveProjectAs(Project& project, const fs::path& folder, StorageProblems& pr
     // Only files read from the old folder are worth remembering: everything else is written anew.
     state.projectFile.clear();
     Saver saver(project, folder, std::move(state), true, problems);
-    if (!saver.Run())
+    if (!saver.Run() || !WritePresets(project, folder, problems))
         return false;
     project.SetFolder(folder);
     saver.Commit();

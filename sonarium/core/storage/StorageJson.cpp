@@ -4,6 +4,7 @@
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/Project.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/naming/NamingRules.h"
 
 namespace sn::storage
 {
@@ -218,7 +219,8 @@ Json ObjectToJson(const ProjectObject& object)
     return item;
 }
 
-void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDLess>& ids)
+void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDLess>& ids,
+                  std::vector<std::string>* fixes)
 {
     for (const Json& item : items)
     {
@@ -235,12 +237,24 @@ void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDL
         if (!ids.insert(id).second || (parent->GetProject() && parent->GetProject()->Find(id)))
             throw FormatError("duplicate GUID " + GuidText::ToString(id));
 
-        auto* object =
-            new ProjectObject(parent->GetProject(), id, type, rules::ObjectTypeOf(type), Utf8::ToWide(name));
+        // A name the rules refuse is made valid, not refused: the object is kept and the user told.
+        std::wstring wide = Utf8::ToWide(name);
+        const OrbObjectType objectType = rules::ObjectTypeOf(type);
+        const naming::Result verdict = naming::Check(objectType, wide, parent, nullptr);
+        const bool notUtf8 = Utf8::FromWide(wide) != name;
+        if (verdict != ObjectName::NameValid || notUtf8)
+        {
+            const std::wstring why = notUtf8 ? L"it is not valid UTF-8." : naming::Describe(verdict, objectType, wide);
+            naming::MakeValid(objectType, wide, parent, nullptr);
+            if (fixes)
+                fixes->push_back(Quoted(key) + " " + GuidText::ToString(id) + " is now named " +
+                                 Quoted(Utf8::FromWide(wide)) + ": " + Utf8::FromWide(why));
+        }
+        ProjectObject* object = NewProjectObject(parent->GetProject(), type, wide, id);
         parent->RawInsertChild(parent->Children().size(), object);
         ReadOptional(item, *object);
         if (item.contains("children"))
-            ReadChildren(ArrayMember(item, "children"), object, ids);
+            ReadChildren(ArrayMember(item, "children"), object, ids, fixes);
     }
 }
 } // namespace sn::storage

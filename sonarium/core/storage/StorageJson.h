@@ -9,6 +9,7 @@
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace sn::storage
 {
@@ -38,6 +39,8 @@ Json Header(const char* format);
 // An object below a work unit, with its subtree.
 Json ObjectToJson(const ProjectObject& object);
 // Builds the objects of items under parent (already in its category, not yet indexed). ids
-// collects the GUIDs read; a GUID already in ids or in the project is an error.
-void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDLess>& ids);
+// collects the GUIDs read; a GUID already in ids or in the project is an error. A name that the
+// naming rules refuse is made valid, and fixes (when given) says which and why.
+void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDLess>& ids,
+                  std::vector<std::string>* fixes = nullptr);
 } // namespace sn::storage
