@@ -138,6 +138,7 @@ public:
     void Expand(bool expand, bool allDescendants);
 
     PETreeCtrl& GetTreeCtrl() { return m_tree; }
+    ObjectToolbar& GetObjectToolbar() { return m_toolbar; }
 
 protected:
     DECLARE_MESSAGE_MAP()

@@ -224,5 +224,6 @@ void ScriptRunner::AddCommands()
     m_commands[L"send"] = [this](Words const& words, std::wstring& error) { return Send(words, error); };
     m_commands[L"host"] = [this](Words const& words, std::wstring& error) { return HostEdit(words, error); };
     m_commands[L"print"] = [this](Words const& words, std::wstring& error) { return Print(words, error); };
+    AddCreationCommands();
 }
 } // namespace sn

@@ -162,6 +162,9 @@ ProjectObject* Create(ProjectObject* parent, NodeType type, const CStdStr<wchar_
         return nullptr;
     ProjectObject* object = NewProjectObject(project, type, name, id ? *id : NewGuid());
     CSmartPtr<ProjectObject> keep(object);
+    // A new work unit has no file yet: it shows unsaved until the next save writes one.
+    if (auto* unit = dynamic_cast<WorkUnitObject*>(object); unit && type == PMTreeNode::WorkUnit)
+        unit->RawSetDirty(true);
     auto command = std::make_unique<StructureCommand>(parent, index, object, true);
     command->Redo();
     notify::Object(notify::evCreated, object);

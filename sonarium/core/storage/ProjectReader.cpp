@@ -159,6 +159,24 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
     }
 }
 
+// The folders of the physical folders read, so that a save can remove those that go away.
+void RememberFolders(const Project& project, StorageState& state)
+{
+    const std::vector<WorkUnitObject*> roots = project.Roots();
+    std::vector<const ProjectObject*> pending(roots.begin(), roots.end());
+    while (!pending.empty())
+    {
+        const ProjectObject* folder = pending.back();
+        pending.pop_back();
+        for (const CSmartPtr<ProjectObject>& child : folder->Children())
+            if (child->GetNodeType() == PMTreeNode::PhysicalFolder)
+            {
+                state.folders.insert(FolderPath(*child, project.GetFolder()));
+                pending.push_back(child.Get());
+            }
+    }
+}
+
 fs::path FindProjectFile(const fs::path& path, StorageProblems& problems)
 {
     std::error_code ec;
@@ -201,6 +219,7 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder)
     ReadPresets(project, project.GetFolder(), result.problems);
     StorageState& state = ResetStorageState(project);
     state.projectFile = file;
+    RememberFolders(project, state);
     for (WorkUnitObject* unit : project.FileWorkUnits())
     {
         const fs::path path = WorkUnitFilePath(*unit, project.GetFolder());

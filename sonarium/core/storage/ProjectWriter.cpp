@@ -53,7 +53,12 @@ public:
             if (m_ok || move.old.empty())
                 m_state.savedPaths[move.id] = move.target;
         if (m_ok && !m_everything)
+        {
+            ForgetRemovedUnits(units);
             RemoveObsolete();
+        }
+        if (m_ok)
+            m_state.folders = m_folders;
         return m_ok;
     }
 
@@ -161,6 +166,7 @@ private:
                 fs::create_directories(FolderPath(*child), ec);
                 if (ec)
                     Fail(FolderPath(*child), ec.message());
+                m_folders.insert(FolderPath(*child));
             }
             items.push_back(std::move(item));
         }
@@ -208,8 +214,37 @@ private:
             m_obsolete.push_back(old);
     }
 
+    // A unit that left the project (deleted, or its creation undone) leaves its file behind, once
+    // the project file no longer names it.
+    void ForgetRemovedUnits(const std::vector<WorkUnitObject*>& units)
+    {
+        std::set<GUID, GUIDLess> present;
+        for (const WorkUnitObject* unit : units)
+            present.insert(unit->Id());
+        for (auto it = m_state.savedPaths.begin(); it != m_state.savedPaths.end();)
+        {
+            if (present.count(it->first))
+            {
+                ++it;
+                continue;
+            }
+            if (!m_targets.count(it->second))
+                m_obsolete.push_back(it->second);
+            m_state.broken.erase(it->first);
+            it = m_state.savedPaths.erase(it);
+        }
+    }
+
     void RemoveObsolete()
     {
+        // Folders of physical folders that are gone, when nothing is left in them; deepest first.
+        for (auto it = m_state.folders.rbegin(); it != m_state.folders.rend(); ++it)
+            if (!m_folders.count(*it))
+            {
+                std::error_code ec;
+                if (fs::is_directory(*it, ec) && fs::is_empty(*it, ec))
+                    fs::remove(*it, ec);
+            }
         for (const fs::path& path : m_obsolete)
         {
             std::error_code ec;
@@ -241,6 +276,7 @@ private:
     };
     std::vector<Move> m_moves;
     std::vector<fs::path> m_obsolete;
+    std::set<fs::path> m_folders; // of the physical folders, as saved now
     bool m_projectWritten = false;
     bool m_ok = true;
 };
@@ -253,11 +289,14 @@ fs::path ProjectFilePath(const Project& project, const fs::path& folder)
 
 fs::path FolderPath(const ProjectObject& folderObject, const fs::path& folder)
 {
-    fs::path relative;
+    std::vector<fs::path> parts;
     const ProjectObject* top = &folderObject;
     for (; top->Parent(); top = top->Parent())
-        relative = NamePart(top->GetName()) / relative;
-    return folder / rules::CategoryKey(top->GetCategory()) / relative;
+        parts.push_back(NamePart(top->GetName()));
+    fs::path path = folder / rules::CategoryKey(top->GetCategory());
+    for (auto it = parts.rbegin(); it != parts.rend(); ++it)
+        path /= *it;
+    return path;
 }
 
 fs::path WorkUnitFilePath(const WorkUnitObject& unit, const fs::path& folder)

@@ -16,6 +16,8 @@ struct StorageState
     std::filesystem::path projectFile;
     std::map<GUID, std::filesystem::path, GUIDLess> savedPaths;
     std::set<GUID, GUIDLess> broken;
+    // The folders of physical folders as last saved: those that go away are removed when empty.
+    std::set<std::filesystem::path> folders;
 };
 
 // The state of project, empty on first use. A project destroyed and another one created at the

@@ -7,9 +7,7 @@
 
 namespace sn
 {
-namespace
-{
-std::wstring Quote(const std::wstring& text)
+std::wstring QuotedText(const std::wstring& text)
 {
     std::wstring out = L"\"";
     for (wchar_t c : text)
@@ -38,11 +36,13 @@ std::wstring Quote(const std::wstring& text)
     return out + L"\"";
 }
 
+namespace
+{
 std::wstring QuoteList(const std::vector<std::wstring>& items)
 {
     std::wstring out = L"[";
     for (size_t i = 0; i < items.size(); ++i)
-        out += (i ? L", " : L"") + Quote(items[i]);
+        out += (i ? L", " : L"") + QuotedText(items[i]);
     return out + L"]";
 }
 
@@ -162,10 +162,10 @@ std::optional<Answer> ScriptedDialogService::Take(const DialogRecord& record, co
 
 MessageBoxAnswer ScriptedDialogService::ShowMessageBox(const MessageBoxRequest& request)
 {
-    std::wstring line = L"message caption=" + Quote(request.caption) + L" text=" + Quote(request.text) +
+    std::wstring line = L"message caption=" + QuotedText(request.caption) + L" text=" + QuotedText(request.text) +
                         L" style=" + Hex(request.style, 8);
     if (!request.dontAskAgainKey.empty())
-        line += L" dont-ask-again=" + Quote(request.dontAskAgainKey);
+        line += L" dont-ask-again=" + QuotedText(request.dontAskAgainKey);
     const DialogRecord record =
         MakeRecord(DialogKind::MessageBox, request.caption, request.text, request.style);
 
@@ -190,15 +190,15 @@ MessageBoxAnswer ScriptedDialogService::ShowMessageBox(const MessageBoxRequest& 
 NewWorkUnitAnswer ScriptedDialogService::ShowNewWorkUnit(const NewWorkUnitRequest& request)
 {
     const std::wstring line = L"new-work-unit type=" + std::to_wstring(static_cast<int>(request.type)) +
-                              L" " + Quote(PMTreeNode::GetNodeTypeName(request.type)) + L" folder=" +
-                              Quote(request.folder) + L" name=" + Quote(request.proposedName);
+                              L" " + QuotedText(PMTreeNode::GetNodeTypeName(request.type)) + L" folder=" +
+                              QuotedText(request.folder) + L" name=" + QuotedText(request.proposedName);
     const DialogRecord record = MakeRecord(DialogKind::NewWorkUnit);
 
     const std::optional<NewWorkUnitAnswer> taken = Take<NewWorkUnitAnswer>(record, line);
     if (!taken)
         return NewWorkUnitAnswer{};
     const NewWorkUnitAnswer answer = *taken;
-    Record(record, line, answer.ok ? L"OK name=" + Quote(answer.name) : L"Cancel");
+    Record(record, line, answer.ok ? L"OK name=" + QuotedText(answer.name) : L"Cancel");
     return answer;
 }
 
@@ -218,8 +218,8 @@ UnloadDirtyAnswer ScriptedDialogService::ShowUnloadDirty(const UnloadDirtyReques
 FileAnswer ScriptedDialogService::ShowFileDialog(const FileRequest& request)
 {
     const std::wstring line = L"file " + std::wstring(OperationName(request.operation)) + L" caption=" +
-                              Quote(request.caption) + L" filter=" + Quote(request.filter) + L" extension=" +
-                              Quote(request.defaultExtension) + L" name=" + Quote(request.proposedName) +
+                              QuotedText(request.caption) + L" filter=" + QuotedText(request.filter) + L" extension=" +
+                              QuotedText(request.defaultExtension) + L" name=" + QuotedText(request.proposedName) +
                               L" flags=" + Hex(request.flags, 1);
     const DialogRecord record = MakeRecord(DialogKind::File, request.caption);
 

@@ -1,0 +1,110 @@
+#include "sonarium/app/session/ObjectText.h"
+
+#include "host/AudioSourcesHelpers.h"
+#include "host/Utf8.h"
+#include "sonarium/app/session/HostRecorder.h"
+#include "sonarium/core/model/CurrentState.h"
+#include "sonarium/core/model/NodeRules.h"
+#include "sonarium/core/model/ObjectKinds.h"
+
+#include <set>
+
+namespace sn
+{
+namespace
+{
+// Properties shown in lines of their own rather than as plain properties.
+const std::set<std::string>& ShownApart()
+{
+    static const std::set<std::string> keys{"PluginID", "PluginName", "ActionType", "Scope",
+                                            "Target",   "File",       "Language"};
+    return keys;
+}
+
+bool IsActiveSourceKey(const std::string& key)
+{
+    return key.starts_with("ActiveSource");
+}
+
+// A property holding a GUID shows the object it names, when the project has it.
+std::wstring ValueText(const Project& project, const std::wstring& value)
+{
+    if (const std::optional<GUID> id = GuidText::FromString(Utf8::FromWide(value)))
+        if (const ProjectObject* named = project.Find(*id))
+            return L"@" + ObjectPath(named);
+    return value;
+}
+
+std::wstring PluginText(const ProjectObject& object)
+{
+    const std::optional<uint32_t> id = PluginHolder::GetPluginID(object);
+    return object.GetProperty("PluginName") + L" (" + (id ? PluginHolder::IdText(*id) : L"?") + L")";
+}
+
+std::wstring SourceLine(const ProjectObject& sound, const ProjectObject& source)
+{
+    std::wstring line = L"source \"" + source.GetName() + L"\": ";
+    line += source.GetProperty("PluginID").empty()
+                ? L"file " + (source.GetProperty("File").empty() ? L"-" : source.GetProperty("File"))
+                : L"plug-in " + PluginText(source);
+    const unsigned long language = SoundObject::LanguageOf(source);
+    line += language == AudioSourcesHelpers::LanguageIndependent ? L", no language"
+                                                                  : L", language " + std::to_wstring(language);
+    const std::wstring active = sound.GetProperty(SoundObject::ActiveSourceKey(language));
+    if (!active.empty() && GuidText::FromString(Utf8::FromWide(active)) == source.Id())
+        line += L", active";
+    return line;
+}
+
+std::wstring ActionLine(const Project& project, const ProjectObject& action)
+{
+    const std::wstring type = action.GetProperty("ActionType");
+    const std::wstring scope = action.GetProperty("Scope");
+    const std::wstring target = action.GetProperty("Target");
+    return L"action \"" + action.GetName() + L"\": type " + (type.empty() ? L"-" : type) + L", scope " +
+           (scope == L"Global" ? L"global" : scope == L"GameObject" ? L"game object" : L"-") + L", target " +
+           (target.empty() ? L"none" : ValueText(project, target));
+}
+
+std::wstring InclusionLine(const Project& project, const ProjectObject& object)
+{
+    auto state = [&](GUID const& platform) {
+        if (!object.GetIncluded(platform))
+            return std::wstring(L"excluded");
+        return object.IsIncludedOnPlatform(platform, 0) ? std::wstring(L"included")
+                                                        : std::wstring(L"included (a parent is excluded)");
+    };
+    if (object.IsInclusionLinked())
+        return L"inclusion linked: " + state(CurrentPlatform());
+    std::wstring line = L"inclusion unlinked:";
+    for (size_t i = 0; i < project.Platforms().size(); ++i)
+        line += (i ? L", " : L" ") + project.Platforms()[i].name + L" " + state(project.Platforms()[i].id);
+    return line;
+}
+} // namespace
+
+std::vector<std::wstring> ObjectLines(const Project& project, const ProjectObject& object)
+{
+    std::vector<std::wstring> lines;
+    lines.push_back(L"type " + std::wstring(rules::NodeTypeName(object.GetNodeType())));
+    lines.push_back(L"name " + object.GetName());
+    // The parts of an object show as their owner shows them.
+    if (object.GetObjectType() == OrbObjectType_EventAction)
+        lines.push_back(ActionLine(project, object));
+    if (object.GetObjectType() == OrbObjectType_AudioSource && object.Parent())
+        lines.push_back(SourceLine(*object.Parent(), object));
+    if (!object.GetProperty("PluginID").empty() && object.GetObjectType() != OrbObjectType_AudioSource)
+        lines.push_back(L"plug-in " + PluginText(object));
+    for (const CSmartPtr<ProjectObject>& child : object.Children())
+        if (child->GetObjectType() == OrbObjectType_AudioSource)
+            lines.push_back(SourceLine(object, *child));
+    for (const CSmartPtr<ProjectObject>& child : object.Children())
+        if (child->GetObjectType() == OrbObjectType_EventAction)
+            lines.push_back(ActionLine(project, *child));
+    for (const auto& [key, value] : object.Properties())
+        if (!ShownApart().count(key) && !IsActiveSourceKey(key))
+            lines.push_back(L"property " + Utf8::ToWide(key) + L" = " + ValueText(project, value));
+    lines.push_back(InclusionLine(project, object));
+    return lines;
+}
+} // namespace sn
