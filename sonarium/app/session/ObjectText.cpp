@@ -88,16 +88,16 @@ std::vector<std::wstring> ObjectLines(const Project& project, const ProjectObjec
     std::vector<std::wstring> lines;
     lines.push_back(L"type " + std::wstring(rules::NodeTypeName(object.GetNodeType())));
     lines.push_back(L"name " + object.GetName());
-    // The parts of an object show as their owner shows them.
-    if (object.GetObjectType() == OrbObjectType_EventAction)
-        lines.push_back(ActionLine(project, object));
-    if (object.GetObjectType() == OrbObjectType_AudioSource && object.Parent())
-        lines.push_back(SourceLine(*object.Parent(), object));
     if (!object.GetProperty("PluginID").empty() && object.GetObjectType() != OrbObjectType_AudioSource)
         lines.push_back(L"plug-in " + PluginText(object));
+    // The parts of an object show as their owner shows them.
+    if (object.GetObjectType() == OrbObjectType_AudioSource && object.Parent())
+        lines.push_back(SourceLine(*object.Parent(), object));
     for (const CSmartPtr<ProjectObject>& child : object.Children())
         if (child->GetObjectType() == OrbObjectType_AudioSource)
             lines.push_back(SourceLine(object, *child));
+    if (object.GetObjectType() == OrbObjectType_EventAction)
+        lines.push_back(ActionLine(project, object));
     for (const CSmartPtr<ProjectObject>& child : object.Children())
         if (child->GetObjectType() == OrbObjectType_EventAction)
             lines.push_back(ActionLine(project, *child));

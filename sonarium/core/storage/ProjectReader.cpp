@@ -22,7 +22,9 @@ std::string Quoted(const std::string& text)
     return "\"" + text + "\"";
 }
 
-Json ReadDocument(const fs::path& path, const char* format)
+// With fixes, bytes that are not UTF-8 are read as U+FFFD and said so there; without, they are
+// an error.
+Json ReadDocument(const fs::path& path, const char* format, std::vector<std::string>* fixes = nullptr)
 {
     std::error_code ec;
     if (!fs::exists(path, ec) && !ec)
@@ -30,6 +32,9 @@ Json ReadDocument(const fs::path& path, const char* format)
     std::string bytes, error;
     if (!FileIO::ReadFile(path, bytes, error))
         throw FormatError(error);
+    if (fixes)
+        if (std::string fix = storage::MakeValidUtf8(bytes); !fix.empty())
+            fixes->push_back(fix);
     Json document = storage::Parse(bytes);
     storage::CheckHeader(document, format);
     return document;
@@ -124,14 +129,14 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
 {
     try
     {
-        const Json document = ReadDocument(path, "sonarium-workunit");
+        std::vector<std::string> fixes;
+        const Json document = ReadDocument(path, "sonarium-workunit", &fixes);
         const GUID id = storage::GuidMember(document, "id");
         if (id != unit.Id())
             throw FormatError("id " + GuidText::ToString(id) + " is not the work unit's " +
                               GuidText::ToString(unit.Id()));
         storage::StringMember(document, "name");
         std::set<GUID, GUIDLess> ids;
-        std::vector<std::string> fixes;
         try
         {
             storage::ReadChildren(storage::ArrayMember(document, "children"), &unit, ids, &fixes);

@@ -6,6 +6,8 @@
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/naming/NamingRules.h"
 
+#include <algorithm>
+
 namespace sn::storage
 {
 namespace
@@ -131,6 +133,18 @@ Json Parse(const std::string& bytes)
     }
 }
 
+std::string MakeValidUtf8(std::string& bytes)
+{
+    std::string valid = Utf8::FromWide(Utf8::ToWide(bytes));
+    if (valid == bytes)
+        return {};
+    const size_t first = static_cast<size_t>(
+        std::mismatch(bytes.begin(), bytes.end(), valid.begin(), valid.end()).first - bytes.begin());
+    const auto [line, column] = LineAndColumn(bytes, first);
+    bytes = std::move(valid);
+    return "line " + std::to_string(line) + ": bytes that are not UTF-8 are read as U+FFFD";
+}
+
 std::string Dump(const Json& document)
 {
     return document.dump(2) + "\n";
@@ -240,11 +254,10 @@ void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDL
         // A name the rules refuse is made valid, not refused: the object is kept and the user told.
         std::wstring wide = Utf8::ToWide(name);
         const OrbObjectType objectType = rules::ObjectTypeOf(type);
-        const naming::Result verdict = naming::Check(objectType, wide, parent, nullptr);
-        const bool notUtf8 = Utf8::FromWide(wide) != name;
-        if (verdict != ObjectName::NameValid || notUtf8)
+        if (const naming::Result verdict = naming::Check(objectType, wide, parent, nullptr);
+            verdict != ObjectName::NameValid)
         {
-            const std::wstring why = notUtf8 ? L"it is not valid UTF-8." : naming::Describe(verdict, objectType, wide);
+            const std::wstring why = naming::Describe(verdict, objectType, wide);
             naming::MakeValid(objectType, wide, parent, nullptr);
             if (fixes)
                 fixes->push_back(Quoted(key) + " " + GuidText::ToString(id) + " is now named " +
