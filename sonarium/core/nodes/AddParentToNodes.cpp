@@ -10,6 +10,7 @@
 #include "sonarium/core/undo/UndoManager.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace
 {
@@ -25,9 +26,12 @@ bool ObjectsToMove(const std::vector<PMTreeNode*>& nodes, std::vector<sn::Projec
         if (std::find(objects.begin(), objects.end(), object) == objects.end())
             objects.push_back(object);
     }
+    const std::unordered_set<const sn::ProjectObject*> chosen(objects.begin(), objects.end());
     std::erase_if(objects, [&](const sn::ProjectObject* object) {
-        return std::any_of(objects.begin(), objects.end(),
-                           [&](const sn::ProjectObject* other) { return other->IsAncestorOf(object); });
+        for (const sn::ProjectObject* up = object->Parent(); up; up = up->Parent())
+            if (chosen.count(up))
+                return true;
+        return false;
     });
     return !objects.empty();
 }
@@ -36,13 +40,17 @@ bool ObjectsToMove(const std::vector<PMTreeNode*>& nodes, std::vector<sn::Projec
 bool CanGather(const std::vector<sn::ProjectObject*>& objects, PMTreeNode::NodeType type, const sn::ProjectObject* holder)
 {
     const PMTreeNode::KindRules& rule = sn::rules::RuleFor(type, holder->GetCategory(), false);
-    for (size_t i = 0; i < objects.size(); ++i)
+    std::unordered_set<std::string> names;
+    for (const sn::ProjectObject* object : objects)
     {
-        if (!rule.children.count(objects[i]->GetNodeType()))
+        if (!rule.children.count(object->GetNodeType()))
             return false;
-        for (size_t j = 0; j < i; ++j)
-            if (objects[j]->GetName().EqualsNoCase(objects[i]->GetName()))
-                return false;
+        // Names clash without regard to ASCII case.
+        std::string name = object->NameUtf8();
+        std::transform(name.begin(), name.end(), name.begin(),
+                       [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+        if (!names.insert(std::move(name)).second)
+            return false;
     }
     return true;
 }
