@@ -62,22 +62,24 @@ void GetPossibleEffectPlugins(PluginInfo::PluginType type, const IOrbObject* own
 
 // Objects that hold a plug-in: an effect (on an object or a bus, or a bus's mixer) and an
 // output device. The plug-in is stored with the object.
-class IOrbBaseEffectPlugin : public virtual IOrbObject
+class IOrbPluginObject : public virtual IOrbObject
 {
 public:
     virtual void SetPlugin(uint32_t classId, const CStdStr<wchar_t>& name) = 0;
     virtual uint32_t GetPluginID() const = 0;
 
 protected:
+    ~IOrbPluginObject() override = default;
+};
+
+class IOrbBaseEffectPlugin : public virtual IOrbPluginObject
+{
+protected:
     ~IOrbBaseEffectPlugin() override = default;
 };
 
-class IOrbAudioDevicePlugin : public virtual IOrbObject
+class IOrbAudioDevicePlugin : public virtual IOrbPluginObject
 {
-public:
-    virtual void SetPlugin(uint32_t classId, const CStdStr<wchar_t>& name) = 0;
-    virtual uint32_t GetPluginID() const = 0;
-
 protected:
     ~IOrbAudioDevicePlugin() override = default;
 };

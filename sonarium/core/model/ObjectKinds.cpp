@@ -115,36 +115,32 @@ std::wstring PluginHolder::IdText(uint32_t classId)
     return text;
 }
 
-EffectPluginObject::EffectPluginObject(Project* project, GUID const& id, NodeType type, CStdStr<wchar_t> name)
-    : ProjectObject(project, id, type,
-                    type == PMTreeNode::MixerPlugin ? OrbObjectType_MixerPlugin : OrbObjectType_Effect,
-                    std::move(name))
+PluginObject::PluginObject(Project* project, GUID const& id, NodeType type, OrbObjectType objectType,
+                           CStdStr<wchar_t> name)
+    : ProjectObject(project, id, type, objectType, std::move(name))
 {
 }
 
-void EffectPluginObject::SetPlugin(uint32_t classId, const CStdStr<wchar_t>& name)
+void PluginObject::SetPlugin(uint32_t classId, const CStdStr<wchar_t>& name)
 {
     PluginHolder::SetPlugin(*this, classId, name);
 }
 
-uint32_t EffectPluginObject::GetPluginID() const
+uint32_t PluginObject::GetPluginID() const
 {
     return PluginHolder::GetPluginID(*this).value_or(0);
+}
+
+EffectPluginObject::EffectPluginObject(Project* project, GUID const& id, NodeType type, CStdStr<wchar_t> name)
+    : PluginObject(project, id, type,
+                   type == PMTreeNode::MixerPlugin ? OrbObjectType_MixerPlugin : OrbObjectType_Effect,
+                   std::move(name))
+{
 }
 
 AudioDeviceObject::AudioDeviceObject(Project* project, GUID const& id, CStdStr<wchar_t> name)
-    : ProjectObject(project, id, PMTreeNode::AudioDevice, OrbObjectType_AudioDevice, std::move(name))
+    : PluginObject(project, id, PMTreeNode::AudioDevice, OrbObjectType_AudioDevice, std::move(name))
 {
-}
-
-void AudioDeviceObject::SetPlugin(uint32_t classId, const CStdStr<wchar_t>& name)
-{
-    PluginHolder::SetPlugin(*this, classId, name);
-}
-
-uint32_t AudioDeviceObject::GetPluginID() const
-{
-    return PluginHolder::GetPluginID(*this).value_or(0);
 }
 
 bool WorkUnitObject::IsReadyForNewWorkUnits() const

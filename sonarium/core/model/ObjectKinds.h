@@ -56,22 +56,26 @@ public:
     static std::wstring IdText(uint32_t classId);
 };
 
-// An effect on an object or a bus (node kind 23), or a bus's mixer (24).
-class EffectPluginObject : public ProjectObject, public IOrbBaseEffectPlugin
+// An object that holds a plug-in, in its properties.
+class PluginObject : public ProjectObject, public virtual IOrbPluginObject
 {
 public:
-    EffectPluginObject(Project* project, GUID const& id, NodeType type, CStdStr<wchar_t> name);
+    PluginObject(Project* project, GUID const& id, NodeType type, OrbObjectType objectType, CStdStr<wchar_t> name);
 
     void SetPlugin(uint32_t classId, const CStdStr<wchar_t>& name) override;
     uint32_t GetPluginID() const override;
 };
 
-class AudioDeviceObject : public ProjectObject, public IOrbAudioDevicePlugin
+// An effect on an object or a bus (node kind 23), or a bus's mixer (24).
+class EffectPluginObject : public PluginObject, public IOrbBaseEffectPlugin
+{
+public:
+    EffectPluginObject(Project* project, GUID const& id, NodeType type, CStdStr<wchar_t> name);
+};
+
+class AudioDeviceObject : public PluginObject, public IOrbAudioDevicePlugin
 {
 public:
     AudioDeviceObject(Project* project, GUID const& id, CStdStr<wchar_t> name);
-
-    void SetPlugin(uint32_t classId, const CStdStr<wchar_t>& name) override;
-    uint32_t GetPluginID() const override;
 };
 } // namespace sn
