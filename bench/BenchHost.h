@@ -21,6 +21,7 @@ public:
     BenchHost& operator=(BenchHost const&) = delete;
 
     DlgProjectExplorer& View() { return *m_view; }
+    sn::Host& Host() { return *m_host; }
     PETreeCtrl& Tree() { return m_view->GetTreeCtrl(); }
     size_t ObjectCount() const { return m_objectCount; }
     sn::Host& HostRef() { return *m_host; }

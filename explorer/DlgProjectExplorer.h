@@ -7,12 +7,14 @@
 #include "explorer/toolbar/ObjectToolbar.h"
 #include "explorer/toolbar/ObjectToolbarOwner.h"
 #include "host/DialogBase.h"
+#include "host/EventHelpers.h"
 #include "host/GlobalProp.h"
 #include "host/NotifyMgr.h"
 #include "host/OrbObjectCategories.h"
 #include "host/PETreeCtrl.h"
 #include "host/PMTreeNode.h"
 
+#include <functional>
 #include <set>
 #include <vector>
 
@@ -114,6 +116,23 @@ public:
 
     // Creation (the toolbar and the context menu).
     void AddNode(PMTreeNode::NodeType type, bool parent);
+    bool AddChildToItem(PMTreeNode::NodeType type, bool editLabel, GUID* outGuid);
+    bool AddEffectChildToItem(unsigned pluginId, OrbObjectType objectType);
+    bool AddAudioDeviceChildToItem(unsigned pluginId);
+    bool AddEventChildToItem(OrbEventActionEnum::OrbEventActionType action,
+                             OrbEventActionEnum::OrbEventActionScope scope);
+    bool AddParentToItem(PMTreeNode::NodeType type, GUID* outGuid);
+    void CreateOrbEventObject(bool defaultName, OrbEventActionEnum::OrbEventActionType action,
+                              OrbEventActionEnum::OrbEventActionScope scope, bool oneEventPerObject);
+    // The creation commands of the context menu, by dynamic identifier (see m_menuCommands).
+    void OnAddNode(UINT id);
+    void OnAddSource(UINT id);
+    void OnNewEvent(UINT id);
+    // What the dynamic identifiers of the last context menu stand for.
+    MenuCommandMap& MenuCommands() { return m_menuCommands; }
+
+    // Renaming in place.
+    void EditLabelWithGUID(const GUID& guid);
 
     // Structure commands on the selection, reached from the context menu and the host's menus.
     void Expand(bool expand, bool recursive);
@@ -191,6 +210,12 @@ private:
     bool IsUILocked() const;
     bool IsEditingLabel();
     bool IsSingleItemSelected() const;
+    // The steps every child creation shares; make names and creates the child under the node.
+    bool CreateChildOfSelection(PMTreeNode::NodeType type, bool editLabel, GUID* outGuid,
+                                const std::function<bool(PMTreeNode* node, GUID& guid)>& make);
+    // Runs a creation and then applies the entry's preset to what it made.
+    void CreateWithPreset(UINT id, uint32_t kind, const wchar_t* undoName,
+                          const std::function<bool(PMTreeNode::NodeType, GUID*)>& create);
     void RefreshItemNameWithGUID(GUID const& id);
     void InvalidateTree();
 

@@ -73,6 +73,14 @@ public:
     // The mouse moved far enough with a button held down on an item; ends the gesture.
     bool BeginDrag(CPoint point, bool rightButton);
 
+    // A click on the label of the only selected item, in a tree that already had the focus,
+    // opens the label editor once the double-click time has passed without a second click.
+    static constexpr UINT_PTR SlowClickEditTimer = 0x5E1C;
+    // Whether a slow click is waiting for its editor.
+    bool IsLabelEditArmed() const { return m_clickToEdit != nullptr; }
+
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+
 protected:
     BOOL SelectCaret(HTREEITEM item) override;
     void OnItemDeleting(HTREEITEM item) override;
@@ -93,6 +101,12 @@ private:
     HTREEITEM TypeAheadTarget(std::wstring const& typed, bool fromNextRow) const;
     void ExpandAllBelow(HTREEITEM item);
     void PlaceCursor(CPoint point);
+    // The slow click that edits a label: noted on the press, armed on the release over the same
+    // label, dropped by any other gesture.
+    void NoteClickToEdit(HTREEITEM item, UINT flags, UINT keys, bool hadFocus);
+    void ArmClickToEdit(CPoint point);
+    void CancelClickToEdit();
+    void OnClickToEditTimer();
     std::vector<HTREEITEM> const& Ordered() const;
     // Where an item stands in the selection's order.
     using OrderKey = std::pair<int, uintptr_t>;
@@ -107,6 +121,8 @@ private:
     // A plain press on an item of a multiple selection keeps it for a drag; the release
     // then selects that item alone.
     HTREEITEM m_pendingSingle = nullptr;
+    HTREEITEM m_clickToEdit = nullptr;
+    bool m_clickToEditArmed = false;
     int m_batchDepth = 0;
     int m_batchChanges = 0;
     bool m_gestureOpen = false;

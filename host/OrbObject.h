@@ -36,7 +36,12 @@ public:
     // The object that stands for this one in the tree, or null; not reference-counted.
     virtual IOrbObject* GetOwnerObject() const = 0;
     virtual CStdStr<wchar_t> GetName() const = 0;
+    // Renames the object to name, made to follow the host's naming rules.
     virtual bool SetName(const CStdStr<wchar_t>& name) = 0;
+    // Bracket a change of the object: the notifications of that kind of change are held until
+    // the outermost end, and then raised once. Kind 2 is the name.
+    virtual void BeginChangeNotification(int kind) = 0;
+    virtual void EndChangeNotification(int kind) = 0;
 
 protected:
     virtual ~IOrbObject() = default;
@@ -48,6 +53,8 @@ public:
     virtual bool HasWorkUnitCategory() const = 0;
     virtual OrbObjectCategories::Category GetWorkUnitCategory() const = 0;
     virtual bool IsDirty() const = 0;
+    // Whether new work units may be made under this one now.
+    virtual bool IsReadyForNewWorkUnits() const = 0;
 };
 
 namespace priv
@@ -55,6 +62,9 @@ namespace priv
 // The object with this GUID with a new reference, or null.
 IOrbObject* LookupOrbObject(GUID const& id);
 void ReleaseObject(IOrbObject* object);
+// A new object of that type, outside the project until it is placed, with a reference the caller
+// releases; id GUID_NULL gives it a new identity. Null for a type the host cannot make so.
+IOrbObject* CreateOrbObject(OrbObjectType type, unsigned long reserved, GUID const& id, unsigned long flags);
 } // namespace priv
 
 // Access to project objects by identity, for code that works with the data store.

@@ -50,7 +50,6 @@ public:
     virtual bool GetTopWorkUnit(IOrbObject* object, CSmartPtr<IOrbWorkUnit>& out) const = 0;
     // Adds a new object to the work unit that receives new objects of its kind.
     virtual bool AddToDefaultWorkUnit(IOrbObject* object) = 0;
-
     // The platform the user works on now (GUID_NULL without a project).
     virtual GUID GetCurrentPlatform() const = 0;
     // The project's file, empty while it has none.

@@ -1,13 +1,14 @@
 #pragma once
-// Questions about work units: the files a project is stored in.
+// Questions about work units, the files a project is stored in: where they live, which have
+// unsaved changes, the folders that hold new ones, and the name of the work unit that receives
+// new objects of a category.
 
+#include "host/OrbObject.h"
+#include "host/SmartPtr.h"
 #include "host/StdStr.h"
 
 #include <set>
 #include <vector>
-
-class IOrbObject;
-class IOrbWorkUnit;
 
 namespace WorkUnitHelpers
 {
@@ -15,7 +16,14 @@ namespace WorkUnitHelpers
 bool CanUnloadWorkUnit(IOrbWorkUnit* unit);
 // Adds to dirty every work unit with unsaved changes at or below the objects.
 void GetDirtyWorkUnitsUnder(const std::vector<IOrbObject*>& objects, std::set<IOrbObject*>& dirty);
-// The file of the work unit that holds object (or of the work unit itself). With onDisk, only a
-// file that exists on disk now is given; false when there is none.
-bool GetWorkUnitFilePath(const IOrbObject* object, CStdStr<wchar_t>& path, bool onDisk);
+// The work unit that would hold a new work unit made under object: the nearest physical folder
+// or category root at or above it.
+CSmartPtr<IOrbWorkUnit> GetParentTopWorkUnit(IOrbObject* object);
+// With fileName, the file of the work unit that holds object (or of the work unit itself), given
+// only when it exists on disk now. Without, the folder its content lives in: a category root's or
+// physical folder's own, a work unit's file's folder. False when there is none (the project has
+// no folder on disk yet, or the unit was never saved).
+bool GetWorkUnitFilePath(const IOrbObject* object, CStdStr<wchar_t>& path, bool fileName);
+// "Default Work Unit": the name of the work unit that receives new objects of its category.
+CStdStr<wchar_t> GetDefaultWorkUnitName();
 } // namespace WorkUnitHelpers

@@ -248,6 +248,7 @@ void WindowSystem::Reset()
     m_timers.clear();
     std::fill(std::begin(m_keys), std::end(m_keys), false);
     m_cursor = POINT{};
+    m_doubleClickTime = 500;
     m_focus = nullptr;
     m_clock = 0;
     m_driver = nullptr;
@@ -317,6 +318,11 @@ BOOL GetCursorPos(LPPOINT point)
 DWORD GetTickCount()
 {
     return WindowSystem::Get().Now();
+}
+
+UINT GetDoubleClickTime()
+{
+    return WindowSystem::Get().GetDoubleClickTime();
 }
 
 UINT_PTR SetTimer(HWND hwnd, UINT_PTR id, UINT elapse, TIMERPROC proc)

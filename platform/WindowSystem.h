@@ -71,6 +71,9 @@ public:
     bool IsKeyDown(int vk) const;
     void SetCursorPos(POINT screen) { m_cursor = screen; }
     POINT GetCursorPos() const { return m_cursor; }
+    // The longest time between the two clicks of a double click, in milliseconds.
+    void SetDoubleClickTime(UINT milliseconds) { m_doubleClickTime = milliseconds; }
+    UINT GetDoubleClickTime() const { return m_doubleClickTime; }
 
     HWND GetFocus() const { return m_focus; }
     // Moves the focus, sending WM_KILLFOCUS and WM_SETFOCUS; returns the previous focus.
@@ -115,6 +118,7 @@ private:
     DWORD m_clock = 0;
     bool m_keys[256] = {};
     POINT m_cursor{};
+    UINT m_doubleClickTime = 500;
     HWND m_focus = nullptr;
     std::function<void(HWND)> m_focusHook;
     IWindowSystemDriver* m_driver = nullptr;
@@ -132,6 +136,7 @@ SHORT GetKeyState(int vk);
 SHORT GetAsyncKeyState(int vk);
 BOOL GetCursorPos(LPPOINT point);
 DWORD GetTickCount();
+UINT GetDoubleClickTime();
 
 UINT_PTR SetTimer(HWND hwnd, UINT_PTR id, UINT elapse, TIMERPROC proc);
 BOOL KillTimer(HWND hwnd, UINT_PTR id);

@@ -65,12 +65,6 @@ sn::CommandService* Commands()
                ? sn::g_serviceProviderInstance->Get<sn::CommandService>(sn::ServiceId_Commands)
                : nullptr;
 }
-
-IOrbObject* ObjectOf(PMTreeNode* node)
-{
-    auto* withObject = dynamic_cast<TreeNodeWithObject*>(node);
-    return withObject ? withObject->GetObject() : nullptr;
-}
 } // namespace
 
 namespace PEHelper
@@ -171,19 +165,25 @@ void AppendCreateCommandShortcut(PMTreeNode::NodeType type, CStdStr<wchar_t>& la
         label += LabelSeparator() + id;
 }
 
+IOrbObject* NodeObject(PMTreeNode* node)
+{
+    auto* withObject = dynamic_cast<TreeNodeWithObject*>(node);
+    return withObject ? withObject->GetObject() : nullptr;
+}
+
 bool CanDeleteNode(PMTreeNode* node)
 {
-    return node && node->Capabilities().test(PMTreeNode::CanDelete) && OrbObjectHelpers::CanDelete(ObjectOf(node));
+    return node && node->Capabilities().test(PMTreeNode::CanDelete) && OrbObjectHelpers::CanDelete(NodeObject(node));
 }
 
 bool CanRenameNode(PMTreeNode* node)
 {
-    return node && node->Capabilities().test(PMTreeNode::CanRename) && OrbObjectHelpers::CanRename(ObjectOf(node));
+    return node && node->Capabilities().test(PMTreeNode::CanRename) && OrbObjectHelpers::CanRename(NodeObject(node));
 }
 
 bool CanEditDuringPlayback(PMTreeNode* node)
 {
-    IOrbObject* object = ObjectOf(node);
+    IOrbObject* object = NodeObject(node);
     if (!object)
         return false;
     static constexpr std::array<OrbObjectCategories::Category, 5> kEditable = {

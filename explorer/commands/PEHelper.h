@@ -7,6 +7,8 @@
 
 #include <vector>
 
+class IOrbObject;
+
 namespace PEHelper
 {
 CStdStr<wchar_t> ConvertNodeTypeToStringId(PMTreeNode::NodeType type);
@@ -21,6 +23,8 @@ bool CanAllNodesHaveParent(const std::vector<PMTreeNode*>& nodes, PMTreeNode::No
 int RemoveSpaces(CStdStr<wchar_t>& s);
 // Appends a TAB and the create command's identifier when the host knows that command.
 void AppendCreateCommandShortcut(PMTreeNode::NodeType type, CStdStr<wchar_t>& label, bool parent);
+// The object a tree node stands for (not reference-counted), or null.
+IOrbObject* NodeObject(PMTreeNode* node);
 bool CanDeleteNode(PMTreeNode* node);
 bool CanRenameNode(PMTreeNode* node);
 bool CanEditDuringPlayback(PMTreeNode* node);

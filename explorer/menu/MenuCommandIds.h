@@ -1,6 +1,7 @@
 #pragma once
-// The explorer's fixed menu command identifiers, above the base that keeps them clear of the
-// host's own entries.
+// The explorer's menu command identifiers, above the base that keeps them clear of the host's
+// own entries: fixed ones for the commands, and 500-wide ranges for the dynamic commands of the
+// context menu and the toolbar that create objects, each range standing for one kind of command.
 
 #include <cstdint>
 
@@ -19,4 +20,18 @@ constexpr uint32_t LinkInclusion = Base + 0x16;
 constexpr uint32_t UnlinkInclusion = Base + 0x17;
 constexpr uint32_t ExpandDescendants = Base + 0x21;
 constexpr uint32_t CollapseDescendants = Base + 0x22;
+constexpr uint32_t RangeSize = 500;
+
+constexpr uint32_t NewParent = Base + 500;          // + node type
+constexpr uint32_t NewChild = Base + 1000;          // + node type
+constexpr uint32_t NewEventPerObject = Base + 2500; // one event per selected object
+constexpr uint32_t NewEventForAll = Base + 3000;    // one event for the whole selection
+constexpr uint32_t NewSource = Base + 4000;         // a sound with a source plug-in
+constexpr uint32_t NewChildPreset = Base + 5000;    // a child from a preset
+constexpr uint32_t NewParentPreset = Base + 6000;   // a parent from a preset
+
+constexpr bool InRange(uint32_t id, uint32_t first)
+{
+    return id >= first && id < first + RangeSize;
+}
 } // namespace MenuCommandIds

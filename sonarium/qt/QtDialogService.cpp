@@ -109,10 +109,13 @@ MessageBoxAnswer QtDialogService::ShowMessageBox(const MessageBoxRequest& reques
 NewWorkUnitAnswer QtDialogService::ShowNewWorkUnit(const NewWorkUnitRequest& request)
 {
     QInputDialog dialog(m_parent);
-    dialog.setWindowTitle(Localized(L"New Work Unit"));
-    dialog.setLabelText(request.folder.empty()
-                            ? Localized(L"Name:")
-                            : Localized(L"Name:") + QStringLiteral("\n") + ToQt(request.folder));
+    // The title names what is made (a work unit or a physical folder); the folder it goes in
+    // stands above the name, apart from it.
+    const QString kind = ToQt(std::wstring(PMTreeNode::GetNodeTypeName(request.type).c_str()));
+    dialog.setWindowTitle(Localized(L"New {0}").replace(QStringLiteral("{0}"), kind));
+    dialog.setLabelText(request.folder.empty() ? Localized(L"Name:")
+                                               : Localized(L"In:") + QLatin1Char(' ') + ToQt(request.folder) +
+                                                     QStringLiteral("\n\n") + Localized(L"Name:"));
     dialog.setTextValue(ToQt(request.proposedName));
     NewWorkUnitAnswer answer;
     answer.ok = dialog.exec() == QDialog::Accepted;

@@ -1,5 +1,8 @@
 #include "sonarium/qt/QtWindowSystemDriver.h"
 
+#include <QGuiApplication>
+#include <QStyleHints>
+
 #include <algorithm>
 
 namespace sn::qt
@@ -7,6 +10,9 @@ namespace sn::qt
 QtWindowSystemDriver::QtWindowSystemDriver()
 {
     WindowSystem& system = WindowSystem::Get();
+    // The desktop's double-click time, so that a slow second click is slow by the user's measure.
+    if (qGuiApp)
+        system.SetDoubleClickTime(static_cast<UINT>(QGuiApplication::styleHints()->mouseDoubleClickInterval()));
     m_origin = system.Now();
     m_clock.start();
     m_timer.setSingleShot(true);

@@ -280,8 +280,12 @@ void TreeViewWidget::SyncEditor()
         CloseEditor();
         return;
     }
+    // An editor opened again (after a refused name) is a new one, with the name as it was.
+    if (m_editor && m_editorFor != edit->GetSafeHwnd())
+        CloseEditor();
     if (!m_editor)
     {
+        m_editorFor = edit->GetSafeHwnd();
         m_editor = new QLineEdit(viewport());
         m_editor->setFrame(true);
         m_editor->installEventFilter(this);
@@ -291,6 +295,7 @@ void TreeViewWidget::SyncEditor()
                     if (CEdit* open = m_tree.GetEditControl())
                         open->SetWindowText(FromQt(text).c_str());
                 });
+        m_editor->setMaxLength(static_cast<int>(edit->GetLimitText()));
         m_editor->setText(ToQt(edit->GetWindowText()));
         m_editor->selectAll();
         m_editor->show();

@@ -62,6 +62,7 @@ private:
     PETreeCtrl& m_tree;
     QtWindowSystemDriver& m_driver;
     QPointer<QLineEdit> m_editor;
+    HWND m_editorFor = nullptr; // the control's editor that m_editor stands for
     DropSite m_dropSite;
     QPoint m_pressPoint;
     Qt::MouseButton m_pressButton = Qt::NoButton;

@@ -17,11 +17,18 @@ class AcceptingParent : public CWnd
 public:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
-        if (message == WM_NOTIFY && reinterpret_cast<NMHDR*>(lParam)->code == TVN_ENDLABELEDITW)
+        const UINT code = message == WM_NOTIFY ? reinterpret_cast<NMHDR*>(lParam)->code : 0;
+        if (code == TVN_ENDLABELEDITW)
             return ++endings, TRUE;
+        // A parent may limit the name's length as the editor opens, as the explorer does.
+        if (code == TVN_BEGINLABELEDITW && limit)
+            if (CEdit* edit = static_cast<CTreeCtrl*>(FromHandle(reinterpret_cast<NMHDR*>(lParam)->hwndFrom))
+                                  ->GetEditControl())
+                edit->SetLimitText(limit);
         return CWnd::WindowProc(message, wParam, lParam);
     }
     int endings = 0;
+    UINT limit = 0;
 };
 
 class LabelEditor : public testing::Test
@@ -105,4 +112,25 @@ TEST_F(LabelEditor, FocusLeavingTheEditorKeepsWhatWasTyped)
     EXPECT_EQ(view->LabelEditor(), nullptr);
     EXPECT_EQ(tree.GetItemText(alpha), L"Omega");
     EXPECT_EQ(parent.endings, 1);
+}
+
+TEST_F(LabelEditor, TheLineEditKeepsTheControlsLimitAndAnEditorOpenedAgainStartsAfresh)
+{
+    parent.limit = 6;
+    QLineEdit* first = Edit(alpha);
+    ASSERT_NE(first, nullptr);
+    QTest::keyClicks(first, QStringLiteral("Gamma-Delta"));
+    EXPECT_EQ(first->text(), QStringLiteral("Gamma-")) << "no more than the limit can be typed";
+    EXPECT_EQ(tree.GetEditControl()->GetWindowText(), L"Gamma-");
+
+    // The control's editor ends and another opens on the same row before the view catches up,
+    // as when a refused name brings the editor back.
+    tree.EndEditLabelNow(TRUE);
+    tree.EditLabel(alpha);
+    driver.Pump();
+    QLineEdit* second = view->LabelEditor();
+    ASSERT_NE(second, nullptr);
+    EXPECT_NE(second, first);
+    EXPECT_EQ(second->text(), QStringLiteral("Alpha"));
+    EXPECT_EQ(second->selectedText(), QStringLiteral("Alpha")) << "the whole name is selected";
 }

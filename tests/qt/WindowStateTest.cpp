@@ -233,7 +233,7 @@ TEST_F(WindowState, TheInspectorEditsWhatItShowsAndSaysWhyWhenItCannot)
     EXPECT_TRUE(session.GetHost().Undo().CanUndo());
     EXPECT_EQ(inspector->Heading()->text(), QStringLiteral("Overworld"));
     EXPECT_FALSE(inspector->Apply(QStringLiteral("name"), QStringLiteral(" ")));
-    EXPECT_EQ(window->statusBar()->currentMessage(), QStringLiteral("Not changed: The name is empty."));
+    EXPECT_EQ(window->statusBar()->currentMessage(), QStringLiteral("Not changed: A name cannot be empty."));
     EXPECT_TRUE(inspector->Apply(QStringLiteral("colour"), QStringLiteral("3")));
     EXPECT_EQ(sn::FindByPath(*session.GetProject(), L"AudioObjects/Overworld")->GetColor(), 3);
 

@@ -50,12 +50,6 @@ bool TooManyWords(std::vector<std::wstring> const& words, std::map<std::wstring,
     return Fail(error, L"unexpected word \"" + words[most->second] + L"\"");
 }
 
-void Indented(std::wostream& out, std::wstring const& title, std::vector<std::wstring> const& lines)
-{
-    out << title << L"\n";
-    for (auto const& line : lines)
-        out << L"  " << line << L"\n";
-}
 
 // Why the host would not create an object of that kind and name under parent, when it did not say.
 std::wstring WhyNotCreated(ProjectObject const* parent, PMTreeNode::NodeType type, std::wstring const& name)
@@ -258,7 +252,7 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
     const std::wstring action = words.size() > 1 ? words[1] : L"";
     static const std::map<std::wstring, size_t> k_mostWords = {
         {L"rename", 4}, {L"delete", 3}, {L"create", 5}, {L"platform", 3}, {L"language", 3}, {L"play", 2},
-        {L"stop", 2},   {L"undo", 2},   {L"redo", 2},   {L"lock", 2},     {L"unlock", 2},
+        {L"stop", 2},   {L"undo", 2},   {L"redo", 2},   {L"lock", 2},     {L"unlock", 2},   {L"preference", 4},
     };
     if (!TooManyWords(words, k_mostWords, action, error))
         return false;
@@ -313,6 +307,8 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
                     return host.SetLanguage(language.id), true;
         return Fail(error, L"the project has no " + action + L" named \"" + words[2] + L"\"");
     }
+    if (action == L"preference")
+        return SetPreference(words, error);
     if (action == L"play" || action == L"stop")
         return host.SetPlayback(action == L"play"), true;
     if (action == L"undo")
@@ -329,17 +325,16 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
     }
     return Fail(error,
                 L"usage: host rename PATH NAME | delete PATH | create PARENT TYPE NAME | platform NAME | "
-                L"language NAME | play | stop | undo | redo | lock | unlock");
+                L"language NAME | play | stop | undo | redo | lock | unlock | preference NAME on|off");
 }
 
 bool ScriptRunner::Print(Words const& words, std::wstring& error)
 {
     const std::wstring what = words.size() > 1 ? words[1] : L"";
-    if (what == L"object")
-        return PrintObject(words, error);
     static const std::map<std::wstring, size_t> k_mostWords = {
         {L"tree", 3},  {L"selection", 3}, {L"notifications", 2}, {L"dialogs", 2},
         {L"menus", 2}, {L"drops", 2},     {L"inspector", 2},     {L"edit-menu", 2},
+        {L"toolbar", 3}, {L"object", 3},
     };
     if (!TooManyWords(words, k_mostWords, what, error))
         return false;
@@ -354,6 +349,10 @@ bool ScriptRunner::Print(Words const& words, std::wstring& error)
         Indented(m_out, what + L" " + pane->name, what == L"tree" ? TreeLines(tree) : SelectionLines(tree));
         return true;
     }
+    if (what == L"toolbar")
+        return PrintToolbar(words, error);
+    if (what == L"object")
+        return PrintObject(words, error);
     if (what == L"notifications")
     {
         Indented(m_out, L"notifications", m_session.Recorder().Lines());
@@ -362,8 +361,12 @@ bool ScriptRunner::Print(Words const& words, std::wstring& error)
     }
     if (what == L"dialogs")
     {
-        // Answers still queued stay queued: an unused one is still an error at the end.
-        Indented(m_out, L"dialogs", LinesOf(m_dialogs.Transcript()));
+        // Answers still queued stay queued: an unused one is still an error at the end. Paths in
+        // the project's folder read the same wherever the project was copied.
+        CStdStr<wchar_t> transcript = m_dialogs.Transcript();
+        if (Project* project = m_session.GetProject(); project && !project->GetFolder().empty())
+            transcript.Replace(Utf8::ToWide(project->GetFolder().string()).c_str(), L"<project>");
+        Indented(m_out, L"dialogs", LinesOf(transcript));
         m_dialogs.ClearRecords();
         return true;
     }
@@ -381,6 +384,6 @@ bool ScriptRunner::Print(Words const& words, std::wstring& error)
     }
     return Fail(error,
                 L"usage: print tree [PANE] | selection [PANE] | notifications | dialogs | menus | drops | "
-                L"object PATH | inspector | edit-menu");
+                L"toolbar [PANE] | object PATH | inspector | edit-menu");
 }
 } // namespace sn

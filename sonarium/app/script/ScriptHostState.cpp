@@ -128,20 +128,6 @@ void ScriptRunner::AddHostStateCommands()
                        << Listed(types) << L"\n";
                  return true;
              }},
-            {L"toolbar",
-             [this](Words const& words, std::wstring& error)
-             {
-                 if (!WordCount(words, 2, 3, L"print toolbar [PANE]", error))
-                     return false;
-                 Pane* pane = PaneNamed(words, 2, error);
-                 if (!pane)
-                     return false;
-                 m_out << L"toolbar " << pane->name << L"\n";
-                 for (CButtonWithTooltip* button : pane->view->GetObjectToolbar().Buttons())
-                     m_out << L"  " << rules::NodeTypeName(static_cast<PMTreeNode::NodeType>(button->GetDlgCtrlID()))
-                           << (button->IsWindowEnabled() ? L": enabled" : L": disabled") << L"\n";
-                 return true;
-             }},
             {L"work-unit",
              [this](Words const& words, std::wstring& error)
              {

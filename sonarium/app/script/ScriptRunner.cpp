@@ -234,6 +234,7 @@ void ScriptRunner::AddCommands()
     AddHostStateCommands();
     AddAudioStateCommands();
     AddPlaylistCommands();
+    AddCreationCommands();
 }
 
 void ScriptRunner::AddSubcommands(std::wstring const& command, std::map<std::wstring, Handler> subcommands)

@@ -56,10 +56,15 @@ private:
     // and the state of one object.
     bool Command(Words const& words, std::wstring& error);
     bool AnswerTool(Words const& words, std::wstring& error);
-    bool PrintObject(Words const& words, std::wstring& error);
     // ScriptDrags.cpp: files dropped from a file manager, rows dragged onto rows.
     bool DropFiles(Words const& words, std::wstring& error);
     bool Drag(Words const& words, std::wstring& error);
+    // ScriptCreation.cpp: the toolbar's buttons, user preferences, an object's stored state.
+    void AddCreationCommands();
+    bool ClickToolbar(Words const& words, std::wstring& error);
+    bool PrintToolbar(Words const& words, std::wstring& error);
+    bool PrintObject(Words const& words, std::wstring& error);
+    bool SetPreference(Words const& words, std::wstring& error);
     // A row of a pane (scrolled into view), or the empty space below its last row for "below".
     bool DropPoint(Pane& pane, std::wstring const& target, CPoint& point, std::wstring& error);
     // ScriptPanels.cpp: the Edit menu and the property inspector.

@@ -27,34 +27,6 @@ std::optional<int> Number(std::wstring const& word)
     return value;
 }
 
-// "AudioObjects/..." for each object a reference property names; the text itself otherwise.
-std::wstring PropertyText(Project const& project, std::wstring const& value)
-{
-    const std::vector<GUID> targets = ReferenceIndex::TargetsOf(value);
-    if (targets.empty())
-        return L"\"" + value + L"\"";
-    std::wstring text;
-    for (GUID const& id : targets)
-    {
-        ProjectObject const* target = project.Find(id);
-        text += (text.empty() ? L"" : L", ") +
-                (target ? PathOf(*target) : L"(missing " + Utf8::ToWide(GuidText::ToString(id)) + L")");
-    }
-    return text;
-}
-
-// Where an object excluded on a platform gets it from: itself, or the nearest excluded ancestor.
-std::wstring InclusionText(ProjectObject const& object, GUID const& platform)
-{
-    if (object.IsIncludedOnPlatform(platform, 0))
-        return L"included";
-    if (!object.GetIncluded(platform))
-        return L"excluded";
-    for (ProjectObject const* up = object.Parent(); up; up = up->Parent())
-        if (!up->GetIncluded(platform))
-            return L"excluded (through \"" + std::wstring(up->GetName()) + L"\")";
-    return L"excluded";
-}
 } // namespace
 
 bool ScriptRunner::Command(Words const& words, std::wstring& error)
@@ -142,41 +114,4 @@ bool ScriptRunner::AnswerTool(Words const& words, std::wstring& error)
     return true;
 }
 
-bool ScriptRunner::PrintObject(Words const& words, std::wstring& error)
-{
-    if (!WordCount(words, 3, 3, L"print object PATH", error))
-        return false;
-    Project* project = m_session.GetProject();
-    ProjectObject* object = project ? FindByPath(*project, words[2]) : nullptr;
-    if (!object)
-        return Fail(error, L"no object at \"" + words[2] + L"\"");
-    std::vector<std::wstring> lines;
-    lines.push_back(L"type " + Utf8::ToWide(rules::NodeTypeKey(object->GetNodeType())));
-    lines.push_back(std::wstring(L"inclusion ") + (object->IsInclusionLinked() ? L"linked" : L"unlinked"));
-    for (Platform const& platform : project->Platforms())
-        lines.push_back(L"platform " + std::wstring(platform.name) + L": " + InclusionText(*object, platform.id));
-    for (auto const& [key, value] : object->Properties())
-        lines.push_back(Utf8::ToWide(key) + L": " + PropertyText(*project, value));
-    // The parts the object holds (a sound's sources, an event's actions, a track's clips).
-    ProjectObject* played = audio::PlayedSource(object);
-    for (CSmartPtr<ProjectObject> const& child : object->Children())
-    {
-        if (ProjectObject::IsHierarchyMember(child->GetObjectType()))
-            continue;
-        const bool source = child->GetObjectType() == OrbObjectType_AudioSource;
-        std::wstring line = Utf8::ToWide(rules::NodeTypeKey(child->GetNodeType())) + L" \"" +
-                            std::wstring(child->GetName()) + L"\"";
-        if (child.Get() == played)
-            line += L" (active)";
-        for (auto const& [key, value] : child->Properties())
-            line += L" " + Utf8::ToWide(key) + L"=" + PropertyText(*project, value);
-        if (source)
-            line += L": " + audio::QuerySourceAudio(child.Get(), 0).info.Describe();
-        lines.push_back(line);
-    }
-    m_out << L"object " << words[2] << L"\n";
-    for (std::wstring const& line : lines)
-        m_out << L"  " << line << L"\n";
-    return true;
-}
 } // namespace sn

@@ -83,4 +83,10 @@ bool WordCount(std::vector<std::wstring> const& words, size_t least, size_t most
         return Fail(error, L"unexpected word \"" + words[most] + L"\" (usage: " + usage + L")");
     return true;
 }
+void Indented(std::wostream& out, std::wstring const& title, std::vector<std::wstring> const& lines)
+{
+    out << title << L"\n";
+    for (auto const& line : lines)
+        out << L"  " << line << L"\n";
+}
 } // namespace sn

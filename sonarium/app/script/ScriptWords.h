@@ -3,6 +3,7 @@
 // Unit"), a backslash in quotes escapes the next character, "#" starts a comment.
 
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -19,4 +20,6 @@ bool Fail(std::wstring& error, std::wstring text);
 // word is missing (with the usage) or which word is one too many.
 bool WordCount(std::vector<std::wstring> const& words, size_t least, size_t most, wchar_t const* usage,
                std::wstring& error);
+// A printout: its title line, then its lines indented by two spaces.
+void Indented(std::wostream& out, std::wstring const& title, std::vector<std::wstring> const& lines);
 } // namespace sn

@@ -4,6 +4,7 @@
 
 #include "host/PMTreeNode.h"
 #include "host/ProjectManager.h"
+#include "sonarium/core/model/ProjectObject.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -43,5 +44,14 @@ void RemoveAllChildObjectsFromList(std::vector<PMTreeNode*>& nodes)
         return false;
     };
     std::erase_if(nodes, hasListedAncestor);
+}
+
+bool AnyAncestor(const IOrbObject* object, const std::function<bool(const IOrbObject*)>& predicate, bool includeSelf)
+{
+    const sn::ProjectObject* model = sn::AsProjectObject(object);
+    for (const sn::ProjectObject* up = model && !includeSelf ? model->Parent() : model; up; up = up->Parent())
+        if (predicate(up))
+            return true;
+    return false;
 }
 } // namespace OrbObjectHelpers

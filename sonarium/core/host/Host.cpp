@@ -6,6 +6,7 @@
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/presets/PresetObject.h"
 #include "sonarium/core/storage/StorageState.h"
 
 namespace sn
@@ -23,7 +24,8 @@ Host* Host::Get()
 Host::Host(HostOptions options)
     : m_preferences(std::make_unique<PreferencesStore>(
           options.preferencesFile.empty() ? PreferencesStore::DefaultPath() : options.preferencesFile)),
-      m_projectManager(std::make_unique<ProjectManagerImpl>(*this))
+      m_projectManager(std::make_unique<ProjectManagerImpl>(*this)),
+      m_presetManager(std::make_unique<PresetManagerImpl>())
 {
     m_services.SetService(ServiceId_ObjectClipboard, &m_clipboard);
     m_services.SetService(ServiceId_WorkUnitGate, &m_gate);
@@ -40,6 +42,7 @@ Host::Host(HostOptions options)
     PreferencesStore::Install(m_preferences.get());
     g_serviceProviderInstance = &m_services;
     ProjectManager::m_pInstance = m_projectManager.get();
+    IPresetManager::m_pInstance = m_presetManager.get();
 }
 
 Host::~Host()
@@ -50,6 +53,7 @@ Host::~Host()
     m_undo.Clear();
     DropProject();
     ProjectEdit::SetChangeGate(nullptr);
+    IPresetManager::m_pInstance = nullptr;
     ProjectManager::m_pInstance = nullptr;
     g_serviceProviderInstance = nullptr;
     PreferencesStore::Install(nullptr);

@@ -6,6 +6,7 @@
 #include "host/GlobalProp.h"
 #include "sonarium/core/model/Project.h"
 #include "sonarium/core/notify/NotifyManager.h"
+#include "sonarium/core/plugins/PluginRegistry.h"
 #include "sonarium/core/prefs/PreferencesStore.h"
 #include "sonarium/core/services/Services.h"
 #include "sonarium/core/sourcecontrol/SourceControlStatus.h"
@@ -20,6 +21,7 @@ class CWnd;
 namespace sn
 {
 class ProjectManagerImpl;
+class PresetManagerImpl;
 
 struct HostOptions
 {
@@ -49,6 +51,7 @@ public:
     EditingCapabilities& Capabilities() { return m_capabilities; }
     // What a change does with read-only files: the application installs the question it asks.
     WritableFiles& Files() { return m_files; }
+    PluginRegistry& Plugins() { return m_plugins; }
 
     Project* GetProject() const { return m_project.get(); }
     // Takes the project as the open one, closing the previous one first, and announces it
@@ -89,6 +92,8 @@ private:
     EditingCapabilities m_capabilities;
     ServiceProvider m_services;
     std::unique_ptr<ProjectManagerImpl> m_projectManager;
+    PluginRegistry m_plugins;
+    std::unique_ptr<PresetManagerImpl> m_presetManager;
     std::unique_ptr<Project> m_project;
     SourceControlStatus m_sourceControl;
     WritableFiles m_files{m_undo};

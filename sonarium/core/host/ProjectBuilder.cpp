@@ -3,6 +3,7 @@
 #include "host/Utf8.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/presets/PresetObject.h"
 
 #include <sstream>
 #include <vector>
@@ -94,6 +95,28 @@ bool ResolveReferences(Parser& parser)
     return true;
 }
 
+// "preset Kind Name | key=value ...": a preset of the project for objects of that kind.
+bool ParsePreset(Parser& parser, std::wistream& words, const std::vector<std::wstring>& attributes, int number)
+{
+    std::wstring kind;
+    words >> kind;
+    std::wstring name;
+    std::getline(words, name);
+    name = Trim(name);
+    PMTreeNode::NodeType type;
+    if (!rules::ParseNodeType(Utf8::FromWide(kind), type))
+        return Fail(parser.error, number, L"unknown kind \"" + kind + L"\"");
+    std::wstring why;
+    if (!ProjectEdit::IsValidName(nullptr, type, nullptr, name, &why))
+        return Fail(parser.error, number, why);
+    auto* preset = new PresetObject(&parser.project, parser.NextId(), type, name);
+    parser.project.Presets().emplace_back(preset);
+    for (const std::wstring& attribute : attributes)
+        if (!ApplyAttribute(parser, preset, attribute, number))
+            return false;
+    return true;
+}
+
 bool ParseLine(Parser& parser, const std::wstring& raw, int number)
 {
     Project& project = parser.project;
@@ -109,11 +132,13 @@ bool ParseLine(Parser& parser, const std::wstring& raw, int number)
     if (text.empty() || text[0] == L'#')
         return true;
     const size_t indent = declaration.find_first_not_of(L" \t");
-    if (!attributes.empty() && indent == 0)
-        return Fail(error, number, L"only objects take attributes");
     std::wistringstream words(text);
     std::wstring first;
     words >> first;
+    if (indent == 0 && first == L"preset")
+        return ParsePreset(parser, words, attributes, number);
+    if (!attributes.empty() && indent == 0)
+        return Fail(error, number, L"only objects and presets take attributes");
 
     if (indent == 0 && first == L"platform")
     {

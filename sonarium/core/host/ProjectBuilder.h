@@ -17,6 +17,7 @@
 //
 // "color" sets the colour, "exclude" excludes the object on a platform, any other key sets a
 // property; "@path" stands for the GUID of the object at that path, anywhere in the text.
+// A line "preset Kind Name | key=value..." adds a preset of the project for objects of that kind.
 // The project comes out clean: nothing to save, nothing to undo.
 
 #include "sonarium/core/model/Project.h"

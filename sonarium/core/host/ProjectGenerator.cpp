@@ -60,6 +60,8 @@ const std::array<Kind, kTypeCount>& Kinds()
         k[N::Bus] = {3, 1, 12, {L"Bus_SFX", L"Bus_Music", L"Bus_Voice", L"Bus_World", L"Bus_Interface"}};
         k[N::AuxBus] = {1, 2, 6, {L"Reverb", L"Delay", L"Echo"}};
         k[N::AudioDevice] = {0, 1, 0, {L"Output", L"Headset"}};
+        k[N::EffectPlugin] = {0, 1, 0, {L"Compressor", L"Reverb", L"EQ", L"Delay"}};
+        k[N::MixerPlugin] = {0, 1, 0, {L"Mixer"}};
         k[N::Event] = {4,
                        1,
                        4,

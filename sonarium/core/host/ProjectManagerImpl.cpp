@@ -1,6 +1,7 @@
 #include "sonarium/core/host/ProjectManagerImpl.h"
 
 #include "host/Utf8.h"
+#include "host/WorkUnitHelpers.h"
 #include "sonarium/core/host/Host.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/NodeRules.h"
@@ -38,19 +39,22 @@ bool ProjectManagerImpl::AddToDefaultWorkUnit(IOrbObject* object)
 {
     ProjectObject* model = AsProjectObject(object);
     Project* project = m_host.GetProject();
-    if (!model || !project || model->Parent())
+    if (!model || !project || model->Parent() || model->IsInProject())
         return false;
-    // The first work unit of the object's home category that can hold it.
     WorkUnitObject* root = project->GetRoot(rules::HomeCategory(model->GetNodeType()));
     if (!root)
         return false;
-    for (WorkUnitObject* unit : project->FileWorkUnits())
-        if (unit->GetCategory() == root->GetCategory() && unit->IsLoaded() &&
-            ProjectEdit::CanHold(unit, model->GetNodeType()))
-        {
-            return ProjectEdit::Adopt(model, unit);
-        }
-    return false;
+    const CStdStr<wchar_t> name = WorkUnitHelpers::GetDefaultWorkUnitName();
+    ProjectObject* unit = nullptr;
+    for (const CSmartPtr<ProjectObject>& child : root->Children())
+        if (child->GetNodeType() == PMTreeNode::WorkUnit && child->GetName().EqualsNoCase(name))
+            unit = child.Get();
+    if (!unit)
+        unit = ProjectEdit::Create(root, PMTreeNode::WorkUnit, name);
+    // An unloaded unit keeps its objects on disk: what it would receive could not be saved.
+    if (!unit || !unit->IsLoaded())
+        return false;
+    return ProjectEdit::Adopt(model, unit);
 }
 
 GUID ProjectManagerImpl::GetCurrentPlatform() const

@@ -14,6 +14,7 @@ public:
 
     bool GetTopWorkUnit(OrbObjectCategories::Category category, CSmartPtr<IOrbWorkUnit>& out) const override;
     bool GetTopWorkUnit(IOrbObject* object, CSmartPtr<IOrbWorkUnit>& out) const override;
+    // Into the category's "Default Work Unit", made when the category has none.
     bool AddToDefaultWorkUnit(IOrbObject* object) override;
 
     GUID GetCurrentPlatform() const override;

@@ -1,5 +1,7 @@
 #include "sonarium/core/model/ModelNotify.h"
 
+#include <map>
+
 namespace sn::notify
 {
 const ROString chObject("SonariumObject");
@@ -40,6 +42,45 @@ const ROString evConversionSettingsChanged("ConversionSettingsChanged");
 const ROString evOverrideConversionChanged("OverrideConversionChanged");
 const ROString evConversionUsageChanged("ConversionUsageChanged");
 
+namespace
+{
+struct Held
+{
+    int depth = 0;
+    bool pending = false;
+};
+
+// Few objects are ever held at once, and never for long.
+std::map<std::pair<const IOrbObject*, int>, Held>& HeldChanges()
+{
+    static std::map<std::pair<const IOrbObject*, int>, Held> held;
+    return held;
+}
+
+int KindOf(ROString const& event)
+{
+    return event == evNameChanged ? ChangeName : 0;
+}
+} // namespace
+
+void HoldChanges(IOrbObject* object, int kind)
+{
+    if (object)
+        ++HeldChanges()[{object, kind}].depth;
+}
+
+void ReleaseChanges(IOrbObject* object, int kind)
+{
+    auto& held = HeldChanges();
+    auto it = held.find({object, kind});
+    if (it == held.end() || --it->second.depth > 0)
+        return;
+    const bool pending = it->second.pending;
+    held.erase(it);
+    if (pending && kind == ChangeName)
+        Object(evNameChanged, object);
+}
+
 void Object(ROString const& event, IOrbObject* object)
 {
     About(chObject, event, object);
@@ -49,6 +90,12 @@ void About(ROString const& channel, ROString const& event, IOrbObject* object)
 {
     if (!INotifyMgr::m_pInstance)
         return;
+    if (auto& held = HeldChanges(); !held.empty())
+        if (auto it = held.find({object, KindOf(event)}); it != held.end())
+        {
+            it->second.pending = true;
+            return;
+        }
     OrbObjNotify::OrbObjectNotifyParam param(event, object);
     INotifyMgr::m_pInstance->Notify(channel, param);
 }

@@ -71,6 +71,15 @@ public:
 void Object(ROString const& event, IOrbObject* object);
 // An event about one object on any channel.
 void About(ROString const& channel, ROString const& event, IOrbObject* object);
+// The kinds of change whose notifications an object can hold (IOrbObject::BeginChangeNotification).
+enum ChangeKind : int
+{
+    ChangeName = 2, // "NameChanged"
+};
+// Holds the object's notifications of a kind of change until the matching release, which
+// raises one when any was held. Holds nest.
+void HoldChanges(IOrbObject* object, int kind);
+void ReleaseChanges(IOrbObject* object, int kind);
 void Project(ROString const& event);
 void WorkUnit(ROString const& event, IOrbObject* unit);
 // On MusicNotify::rosInteractiveMusic.

@@ -29,8 +29,8 @@ constexpr Category NoCategory = OrbObjectCategories::None;
 const std::array<TypeInfo, 37> kTypes{{
     {N::None, OrbObjectType_None, "None", L"", NoCategory, "000000000000"},
     {N::SourcePlugin, OrbObjectType_SourcePlugin, "SourcePlugin", L"Source Plug-in", NoCategory, "100000100000"},
-    {N::PhysicalFolder, OrbObjectType_WorkUnit, "PhysicalFolder", L"Physical Folder", NoCategory, "100100100000"},
-    {N::WorkUnit, OrbObjectType_WorkUnit, "WorkUnit", L"Work Unit", NoCategory, "100100100000"},
+    {N::PhysicalFolder, OrbObjectType_WorkUnit, "PhysicalFolder", L"Physical Folder", NoCategory, "100110100000"},
+    {N::WorkUnit, OrbObjectType_WorkUnit, "WorkUnit", L"Work Unit", NoCategory, "100110100000"},
     {N::Folder, OrbObjectType_Folder, "Folder", L"Folder", NoCategory, "101110100100"},
     {N::ActorMixer, OrbObjectType_ActorMixer, "ActorMixer", L"Actor-Mixer", OrbObjectCategories::AudioObjects, "111111111100"},
     {N::SwitchContainer, OrbObjectType_SwitchContainer, "SwitchContainer", L"Switch Container", OrbObjectCategories::AudioObjects, "111111111110"},
@@ -52,7 +52,7 @@ const std::array<TypeInfo, 37> kTypes{{
     {N::GameParameter, OrbObjectType_GameParameter, "GameParameter", L"Game Parameter", OrbObjectCategories::GameParameters, "101010110100"},
     {N::EffectPlugin, OrbObjectType_Effect, "EffectPlugin", L"Effect Plug-in", NoCategory, "100000100000"},
     {N::MixerPlugin, OrbObjectType_MixerPlugin, "MixerPlugin", L"Mixer Plug-in", NoCategory, "100000100000"},
-    {N::AudioDevice, OrbObjectType_AudioDevice, "AudioDevice", L"Audio Device", OrbObjectCategories::Busses, "101000100100"},
+    {N::AudioDevice, OrbObjectType_AudioDevice, "AudioDevice", L"Audio Device", OrbObjectCategories::Busses, "101000000100"},
     {N::AuditionSession, OrbObjectType_AuditionSession, "AuditionSession", L"Audition Session", OrbObjectCategories::AuditionSessions, "101010100100"},
     {N::MusicSwitchContainer, OrbObjectType_MusicSwitchContainer, "MusicSwitchContainer", L"Music Switch Container", OrbObjectCategories::Music, "111111111100"},
     {N::MusicPlaylistContainer, OrbObjectType_MusicPlaylistContainer, "MusicPlaylistContainer", L"Music Playlist Container", OrbObjectCategories::Music, "111111111100"},
@@ -99,22 +99,23 @@ const std::vector<CategoryInfo>& Categories()
     return categories;
 }
 
-// Children of the kinds that are not containers of a category's content.
+// Children of the kinds that are not containers of a category's content. Objects that process
+// sound hold their effects; busses also hold the mixer of their children.
 const std::map<NodeType, std::set<NodeType>>& FixedChildren()
 {
     static const std::map<NodeType, std::set<NodeType>> children{
         {N::ActorMixer, {N::ActorMixer, N::SwitchContainer, N::RandomContainer, N::SequenceContainer,
-                         N::BlendContainer, N::SoundSFX, N::SoundVoice}},
+                         N::BlendContainer, N::SoundSFX, N::SoundVoice, N::EffectPlugin}},
         {N::SwitchContainer, {N::SwitchContainer, N::RandomContainer, N::SequenceContainer, N::BlendContainer,
-                              N::SoundSFX, N::SoundVoice}},
+                              N::SoundSFX, N::SoundVoice, N::EffectPlugin}},
         {N::RandomContainer, {N::SwitchContainer, N::RandomContainer, N::SequenceContainer, N::BlendContainer,
-                              N::SoundSFX, N::SoundVoice}},
+                              N::SoundSFX, N::SoundVoice, N::EffectPlugin}},
         {N::SequenceContainer, {N::SwitchContainer, N::RandomContainer, N::SequenceContainer, N::BlendContainer,
-                                N::SoundSFX, N::SoundVoice}},
+                                N::SoundSFX, N::SoundVoice, N::EffectPlugin}},
         {N::BlendContainer, {N::SwitchContainer, N::RandomContainer, N::SequenceContainer, N::BlendContainer,
-                             N::SoundSFX, N::SoundVoice}},
-        {N::Bus, {N::Bus, N::AuxBus}},
-        {N::AuxBus, {N::Bus, N::AuxBus}},
+                             N::SoundSFX, N::SoundVoice, N::EffectPlugin}},
+        {N::Bus, {N::Bus, N::AuxBus, N::EffectPlugin, N::MixerPlugin}},
+        {N::AuxBus, {N::Bus, N::AuxBus, N::EffectPlugin, N::MixerPlugin}},
         {N::SwitchGroup, {N::Switch}},
         {N::StateGroup, {N::State}},
         {N::MusicSwitchContainer, {N::MusicSwitchContainer, N::MusicPlaylistContainer, N::MusicSegment}},
@@ -159,8 +160,14 @@ NodeRule Build(NodeType type, Category category, bool top)
     {
     case N::PhysicalFolder:
         rule.children = {N::WorkUnit, N::PhysicalFolder};
+        // Files and folders of the category may be gathered into a new physical folder.
+        rule.parents = {N::PhysicalFolder};
         return rule;
     case N::WorkUnit:
+        rule.children = content;
+        rule.children.insert(N::Folder);
+        rule.parents = {N::PhysicalFolder};
+        return rule;
     case N::Folder:
         rule.children = content;
         rule.children.insert(N::Folder);

@@ -12,6 +12,8 @@ Project::~Project()
 {
     // Objects still referenced elsewhere (a clipboard, an undo step) outlive the project.
     m_index.ForEach([](ProjectObject* object) { object->Detach(); });
+    for (const CSmartPtr<ProjectObject>& preset : m_presets)
+        preset->Detach();
 }
 
 WorkUnitObject* Project::GetRoot(OrbObjectCategories::Category category) const

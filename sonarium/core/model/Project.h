@@ -69,6 +69,11 @@ public:
     // Every work unit that has a file, in hierarchy order.
     std::vector<WorkUnitObject*> FileWorkUnits() const;
 
+    // The presets kept with the project: objects outside the hierarchy whose values new objects
+    // of their kind can start from.
+    std::vector<CSmartPtr<ProjectObject>>& Presets() { return m_presets; }
+    const std::vector<CSmartPtr<ProjectObject>>& Presets() const { return m_presets; }
+
 private:
     struct IndexTraits
     {
@@ -84,6 +89,7 @@ private:
     ReferenceIndex m_references;
     std::vector<Platform> m_platforms;
     std::vector<Language> m_languages;
+    std::vector<CSmartPtr<ProjectObject>> m_presets;
     unsigned long m_referenceLanguage = 0;
     bool m_dirty = false;
 };

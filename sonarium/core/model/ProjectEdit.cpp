@@ -6,11 +6,12 @@
 #include "sonarium/core/model/EditGuard.h"
 #include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/NodeRules.h"
+#include "sonarium/core/model/ObjectKinds.h"
 #include "sonarium/core/model/Project.h"
+#include "sonarium/core/naming/NamingRules.h"
 #include "sonarium/core/storage/ProjectStorage.h"
 #include "sonarium/core/undo/UndoManager.h"
 
-#include <cwctype>
 #include <functional>
 #include <map>
 
@@ -169,60 +170,27 @@ bool CanHold(const ProjectObject* parent, NodeType type)
 bool IsValidName(const ProjectObject* object, NodeType type, const ProjectObject* parent,
                  const CStdStr<wchar_t>& name, std::wstring* why)
 {
-    auto fail = [&](const wchar_t* reason) {
-        if (why)
-            *why = reason;
-        return false;
-    };
-    CStdStr<wchar_t> trimmed = name;
-    trimmed.Trim();
-    if (trimmed.empty())
-        return fail(L"The name is empty.");
-    if (name.size() > 255)
-        return fail(L"The name is longer than 255 characters.");
-    for (wchar_t c : name)
-        if (std::iswcntrl(static_cast<wint_t>(c)))
-            return fail(L"The name contains a control character.");
-    if (IsFileKind(type))
+    const OrbObjectType objectType = rules::ObjectTypeOf(type);
+    const naming::Result result = naming::Check(objectType, name, parent, object);
+    if (result != ObjectName::NameValid)
     {
-        if (name.find_first_of(L"\\/:*?\"<>|") != std::wstring::npos)
-            return fail(L"The name of a work unit or folder cannot contain any of \\ / : * ? \" < > |.");
-        if (trimmed != name || name.back() == L'.')
-            return fail(L"The name of a work unit or folder cannot begin or end with a blank or end with a period.");
-        // Files of one folder need distinct names, whatever their case.
-        if (parent)
-            for (const CSmartPtr<ProjectObject>& sibling : parent->Children())
-            {
-                if (sibling.Get() == object || !IsFileKind(sibling->GetNodeType()))
-                    continue;
-                if (sibling->GetName().CompareNoCase(name) == 0)
-                    return fail(L"Another work unit or folder here already has this name.");
-                // A folder "X.swu" beside a work unit "X" would be one path.
-                if (FileNameOf(sibling->GetNodeType(), sibling->GetName()).CompareNoCase(FileNameOf(type, name)) == 0)
-                    return fail(L"A work unit's file and a folder here would have the same name.");
-            }
+        if (why)
+            *why = naming::Describe(result, objectType, name);
+        return false;
     }
+    // A folder "X.swu" beside a work unit "X" would be one path.
+    if (IsFileKind(type) && parent)
+        for (const CSmartPtr<ProjectObject>& sibling : parent->Children())
+            if (sibling.Get() != object && IsFileKind(sibling->GetNodeType()) &&
+                FileNameOf(sibling->GetNodeType(), sibling->GetName()).CompareNoCase(FileNameOf(type, name)) == 0)
+            {
+                if (why)
+                    *why = L"A work unit's file and a folder here would have the same name.";
+                return false;
+            }
     return true;
 }
 
-CStdStr<wchar_t> RepairName(NodeType type, const ProjectObject* parent, const CStdStr<wchar_t>& name)
-{
-    // The rules are IsValidName's alone: it is asked about each character, then each length.
-    auto valid = [&](const std::wstring& candidate) { return IsValidName(nullptr, type, parent, candidate); };
-    if (valid(name))
-        return name;
-    std::wstring kept;
-    for (wchar_t c : name)
-        if (valid(std::wstring(L"a") + c + L"a"))
-            kept += c;
-    // Far beyond any length a name may have: bounds the search below.
-    constexpr size_t kLongest = 4096;
-    if (kept.size() > kLongest)
-        kept.resize(kLongest);
-    while (!kept.empty() && !valid(kept))
-        kept.pop_back();
-    return kept.empty() ? PMTreeNode::GetNodeTypeName(type) : CStdStr<wchar_t>(kept);
-}
 
 ProjectObject* Create(ProjectObject* parent, NodeType type, const CStdStr<wchar_t>& name, size_t index, GUID const* id)
 {
@@ -235,6 +203,9 @@ ProjectObject* Create(ProjectObject* parent, NodeType type, const CStdStr<wchar_
         return nullptr;
     ProjectObject* object = NewProjectObject(project, type, name, id ? *id : NewGuid());
     CSmartPtr<ProjectObject> keep(object);
+    // A new work unit has no file yet: it shows unsaved until the next save writes one.
+    if (auto* unit = dynamic_cast<WorkUnitObject*>(object); unit && type == PMTreeNode::WorkUnit)
+        unit->RawSetDirty(true);
     auto command = std::make_unique<StructureCommand>(parent, index, object, true);
     command->Redo();
     notify::Object(notify::evCreated, object);
@@ -244,8 +215,9 @@ ProjectObject* Create(ProjectObject* parent, NodeType type, const CStdStr<wchar_
 
 bool Adopt(ProjectObject* object, ProjectObject* parent, size_t index)
 {
+    // An object may come in unnamed, to be named once it is in place (a new event is).
     if (!object || object->Parent() || !CanHold(parent, object->GetNodeType()) ||
-        !IsValidName(object, object->GetNodeType(), parent, object->GetName()) ||
+        (!object->NameUtf8().empty() && !IsValidName(object, object->GetNodeType(), parent, object->GetName())) ||
         !EditGuard::AllowsInsert(parent, EditGuard::HeightOf(object)))
         return false;
     if (!MayChange({parent}, IsFileKind(object->GetNodeType())))
@@ -298,8 +270,7 @@ bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
     ProjectObject* from = object ? object->Parent() : nullptr;
     if (!from || !parent || parent == object || object->IsAncestorOf(parent) || !CanHold(parent, object->GetNodeType()))
         return false;
-    if (IsFileKind(object->GetNodeType()) && parent != from &&
-        !IsValidName(object, object->GetNodeType(), parent, object->GetName()))
+    if (parent != from && !IsValidName(object, object->GetNodeType(), parent, object->GetName()))
         return false;
     if ((!IsFileKind(object->GetNodeType()) && !EditGuard::AllowsChange(from)) ||
         !EditGuard::AllowsInsert(parent, EditGuard::HeightOf(object)))
@@ -425,8 +396,8 @@ bool SetActiveSource(ProjectObject* sound, ProjectObject* source)
     if (!sound || !source || source->Parent() != sound ||
         source->GetObjectType() != OrbObjectType_AudioSource)
         return false;
-    return SetProperty(sound, "ActiveSource", Utf8::ToWide(GuidText::ToString(source->Id())),
-                       &notify::evActiveSourceChanged);
+    return SetProperty(sound, SoundObject::ActiveSourceKey(SoundObject::LanguageOf(*source)),
+                       Utf8::ToWide(GuidText::ToString(source->Id())), &notify::evActiveSourceChanged);
 }
 
 bool SetTrackType(ProjectObject* track, const std::wstring& type)
@@ -450,20 +421,7 @@ bool SetTrackType(ProjectObject* track, const std::wstring& type)
 
 CStdStr<wchar_t> UniqueChildName(const ProjectObject* parent, const CStdStr<wchar_t>& name)
 {
-    auto taken = [&](const CStdStr<wchar_t>& candidate) {
-        for (const CSmartPtr<ProjectObject>& child : parent->Children())
-            if (child->GetName().CompareNoCase(candidate) == 0)
-                return true;
-        return false;
-    };
-    if (!parent || !taken(name))
-        return name;
-    for (int n = 1;; ++n)
-    {
-        CStdStr<wchar_t> candidate = name + L" " + std::to_wstring(n);
-        if (!taken(candidate))
-            return candidate;
-    }
+    return naming::MakeUnique(name, parent, nullptr);
 }
 
 void SetChangeGate(IChangeGate* gate)

@@ -18,10 +18,6 @@ constexpr size_t AtEnd = static_cast<size_t>(-1);
 // renamed, or null for a new one). why receives the reason when not.
 bool IsValidName(const ProjectObject* object, NodeType type, const ProjectObject* parent,
                  const CStdStr<wchar_t>& name, std::wstring* why = nullptr);
-// For a name read from a file that IsValidName refuses, for an object that is not a work unit or
-// folder (their names are their files' paths): the name without the characters a name may not
-// hold, cut to the longest length accepted; the kind's name when nothing is left.
-CStdStr<wchar_t> RepairName(NodeType type, const ProjectObject* parent, const CStdStr<wchar_t>& name);
 // Whether parent may hold a child of that kind.
 bool CanHold(const ProjectObject* parent, NodeType type);
 
@@ -45,7 +41,7 @@ bool SetProperty(ProjectObject* object, const std::string& key, const std::wstri
                  ROString const* event = nullptr, ROString const* channel = nullptr);
 // The file behind a sound's source: "SourceFileChanged" on the source.
 bool SetSourceFile(ProjectObject* source, const std::wstring& file);
-// Which of its sources a sound plays: "ActiveSourceChanged" on the sound.
+// Which of its sources a sound plays in the source's language: "ActiveSourceChanged" on the sound.
 bool SetActiveSource(ProjectObject* sound, ProjectObject* source);
 // How a music track plays its clips: "TrackTypeChanged" on the music channel.
 bool SetTrackType(ProjectObject* track, const std::wstring& type);

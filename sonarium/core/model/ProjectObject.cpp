@@ -1,9 +1,12 @@
 #include "sonarium/core/model/ProjectObject.h"
 
 #include "host/Utf8.h"
+#include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/NodeRules.h"
+#include "sonarium/core/model/ObjectKinds.h"
 #include "sonarium/core/model/Project.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/naming/NamingRules.h"
 
 #include <algorithm>
 
@@ -121,7 +124,21 @@ CStdStr<wchar_t> ProjectObject::GetName() const
 
 bool ProjectObject::SetName(const CStdStr<wchar_t>& name)
 {
-    return ProjectEdit::Rename(this, name);
+    // A module's rename is a proposal: the host makes it follow the naming rules, so that two
+    // events made from the same object get two names. The user's renames are checked first.
+    std::wstring valid = name;
+    naming::MakeValid(GetObjectType(), valid, m_parent, this);
+    return ProjectEdit::Rename(this, valid);
+}
+
+void ProjectObject::BeginChangeNotification(int kind)
+{
+    notify::HoldChanges(this, kind);
+}
+
+void ProjectObject::EndChangeNotification(int kind)
+{
+    notify::ReleaseChanges(this, kind);
 }
 
 void ProjectObject::RawSetName(const CStdStr<wchar_t>& name)
@@ -256,9 +273,26 @@ WorkUnitObject::WorkUnitObject(Project* project, GUID const& id, NodeType nodeTy
 ProjectObject* NewProjectObject(Project* project, PMTreeNode::NodeType type, CStdStr<wchar_t> name,
                                 GUID const& id)
 {
-    if (type == PMTreeNode::WorkUnit || type == PMTreeNode::PhysicalFolder)
+    switch (type)
+    {
+    case PMTreeNode::WorkUnit:
+    case PMTreeNode::PhysicalFolder:
         return new WorkUnitObject(project, id, type, std::move(name));
-    return new ProjectObject(project, id, type, rules::ObjectTypeOf(type), std::move(name));
+    case PMTreeNode::Event:
+        return new EventObject(project, id, std::move(name));
+    case PMTreeNode::EventAction:
+        return new EventActionObject(project, id, std::move(name));
+    case PMTreeNode::SoundSFX:
+    case PMTreeNode::SoundVoice:
+        return new SoundObject(project, id, type, std::move(name));
+    case PMTreeNode::EffectPlugin:
+    case PMTreeNode::MixerPlugin:
+        return new EffectPluginObject(project, id, type, std::move(name));
+    case PMTreeNode::AudioDevice:
+        return new AudioDeviceObject(project, id, std::move(name));
+    default:
+        return new ProjectObject(project, id, type, rules::ObjectTypeOf(type), std::move(name));
+    }
 }
 
 ProjectObject* AsProjectObject(const IOrbObject* object)

@@ -46,6 +46,8 @@ public:
     IOrbObject* GetOwnerObject() const override;
     CStdStr<wchar_t> GetName() const override;
     bool SetName(const CStdStr<wchar_t>& name) override;
+    void BeginChangeNotification(int kind) override;
+    void EndChangeNotification(int kind) override;
 
     GUID const& Id() const { return m_id; }
     const std::string& NameUtf8() const { return m_name; }
@@ -139,6 +141,7 @@ public:
     OrbObjectCategories::Category GetWorkUnitCategory() const override { return GetCategory(); }
     bool IsDirty() const override { return m_dirty; }
     bool IsLoaded() const override { return m_loaded; }
+    bool IsReadyForNewWorkUnits() const override;
 
     // A work unit with a file of its own (not a root, not a physical folder).
     bool IsFile() const { return !IsTopWorkUnit() && GetNodeType() == PMTreeNode::WorkUnit; }

@@ -9,6 +9,7 @@
 #include "sonarium/core/model/Project.h"
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/StorageState.h"
+#include "sonarium/core/naming/NamingRules.h"
 
 #include <array>
 #include <unordered_map>
@@ -154,7 +155,10 @@ void ProjectNode::ReadChildren(std::vector<PMTreeNode*>& children)
 
 bool ProjectNode::DoCreateChild(NodeType type, CStdStr<wchar_t> const& name, GUID* outGuid)
 {
-    ProjectObject* created = ProjectEdit::Create(m_model, type, name);
+    // The proposed name is made to follow the naming rules among the new siblings.
+    std::wstring valid = name;
+    naming::MakeValid(rules::ObjectTypeOf(type), valid, m_model, nullptr);
+    ProjectObject* created = ProjectEdit::Create(m_model, type, valid);
     if (created && outGuid)
         *outGuid = created->Id();
     return created != nullptr;

@@ -4,6 +4,7 @@
 #include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/presets/PresetFile.h"
 #include "sonarium/core/storage/FileIO.h"
 #include "sonarium/core/storage/ProjectIdentity.h"
 #include "sonarium/core/storage/ProjectLock.h"
@@ -27,7 +28,10 @@ std::string Quoted(const std::string& text)
     return "\"" + text + "\"";
 }
 
-Json ReadDocument(const fs::path& path, const char* format, FileIO::FileStamp* stamp)
+// With fixes, bytes that are not UTF-8 are read as U+FFFD and said so there; without, they are
+// an error.
+Json ReadDocument(const fs::path& path, const char* format, FileIO::FileStamp* stamp,
+                  std::vector<std::string>* fixes = nullptr)
 {
     std::error_code ec;
     if (!fs::exists(path, ec))
@@ -39,6 +43,9 @@ Json ReadDocument(const fs::path& path, const char* format, FileIO::FileStamp* s
     std::string bytes, error;
     if (!FileIO::ReadFile(path, bytes, error, stamp))
         throw FormatError(error);
+    if (fixes)
+        if (std::string fix = storage::MakeValidUtf8(bytes); !fix.empty())
+            fixes->push_back(fix);
     Json document = storage::Parse(bytes);
     storage::CheckHeader(document, format);
     return document;
@@ -153,7 +160,7 @@ void ReadPlatformsAndLanguages(Project& project, const Json& document, std::vect
 std::unique_ptr<Project> ReadProjectFile(const fs::path& path, FileIO::FileStamp& stamp,
                                          std::vector<std::string>& fixed)
 {
-    const Json document = ReadDocument(path, "sonarium-project", &stamp);
+    const Json document = ReadDocument(path, "sonarium-project", &stamp, &fixed);
     auto project = std::make_unique<Project>(ProjectName(document, path, fixed));
     storage::ReadProjectIdentity(document, path, *project);
     ReadPlatformsAndLanguages(*project, document, fixed);
@@ -171,14 +178,14 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
     try
     {
         FileIO::FileStamp stamp;
-        const Json document = ReadDocument(path, "sonarium-workunit", &stamp);
+        std::vector<std::string> fixed;
+        const Json document = ReadDocument(path, "sonarium-workunit", &stamp, &fixed);
         const GUID id = storage::GuidMember(document, "id");
         if (id != unit.Id())
             throw FormatError("id " + GuidText::ToString(id) + " is not the work unit's " +
                               GuidText::ToString(unit.Id()));
         storage::StringMember(document, "name");
         std::set<GUID, GUIDLess> ids;
-        std::vector<std::string> fixed;
         try
         {
             storage::ReadChildren(storage::ArrayMember(document, "children"), &unit, ids, fixed);
@@ -204,6 +211,24 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
         problems.push_back({path, error.what()});
         unit.RawSetLoadProblem(problems.back().reason);
         return false;
+    }
+}
+
+// The folders of the physical folders read, so that a save can remove those that go away.
+void RememberFolders(const Project& project, StorageState& state)
+{
+    const std::vector<WorkUnitObject*> roots = project.Roots();
+    std::vector<const ProjectObject*> pending(roots.begin(), roots.end());
+    while (!pending.empty())
+    {
+        const ProjectObject* folder = pending.back();
+        pending.pop_back();
+        for (const CSmartPtr<ProjectObject>& child : folder->Children())
+            if (child->GetNodeType() == PMTreeNode::PhysicalFolder)
+            {
+                state.folders.insert(FolderPath(*child, project.GetFolder()));
+                pending.push_back(child.Get());
+            }
     }
 }
 
@@ -260,11 +285,13 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder, const OpenOptions& o
 
     Project& project = *result.project;
     project.SetFolder(file.parent_path());
+    ReadPresets(project, project.GetFolder(), result.problems);
     StorageState& state = ResetStorageState(project);
     state.projectFile = file;
     state.projectStamp = stamp;
     state.lock = std::move(lock.lock);
     state.readOnly = result.readOnly;
+    RememberFolders(project, state);
     const std::vector<WorkUnitObject*> units = project.FileWorkUnits();
     const size_t total = static_cast<size_t>(
         std::count_if(units.begin(), units.end(), [](const WorkUnitObject* unit) { return unit->IsLoaded(); }));

@@ -82,4 +82,6 @@ bool ReloadWorkUnit(Project& project, WorkUnitObject* unit, StorageProblems& pro
 // Where the files belong now, from the names in the tree.
 std::filesystem::path ProjectFilePath(const Project& project, const std::filesystem::path& folder);
 std::filesystem::path WorkUnitFilePath(const WorkUnitObject& unit, const std::filesystem::path& folder);
+// The folder on disk of a category's root or of a physical folder.
+std::filesystem::path FolderPath(const ProjectObject& folderObject, const std::filesystem::path& folder);
 } // namespace sn

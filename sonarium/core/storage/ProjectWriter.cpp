@@ -4,6 +4,7 @@
 #include "sonarium/core/model/ModelNotify.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/presets/PresetFile.h"
 #include "sonarium/core/storage/FileIO.h"
 #include "sonarium/core/storage/ProjectIdentity.h"
 #include "sonarium/core/storage/SaveJournal.h"
@@ -72,6 +73,8 @@ public:
         PutStagedInPlace();
         if (!m_everything)
             RemoveObsolete();
+        if (m_ok)
+            m_state.folders = m_folders;
         return m_ok;
     }
 
@@ -240,7 +243,16 @@ private:
                 !m_state.broken.count(unit->Id()))
                 item["unloaded"] = true;
             if (type == PMTreeNode::PhysicalFolder)
+            {
                 item["children"] = FolderTree(*child);
+                // A physical folder is a folder on disk, even while it holds no work unit.
+                const fs::path folder = FolderPath(*child, m_folder);
+                std::error_code ec;
+                fs::create_directories(folder, ec);
+                if (ec)
+                    Fail(folder, ec.message());
+                m_folders.insert(folder);
+            }
             items.push_back(std::move(item));
         }
         return items;
@@ -335,6 +347,14 @@ private:
 
     void RemoveObsolete()
     {
+        // Folders of physical folders that are gone, when nothing is left in them; deepest first.
+        for (auto it = m_state.folders.rbegin(); it != m_state.folders.rend(); ++it)
+            if (!m_folders.count(*it))
+            {
+                std::error_code ec;
+                if (fs::is_directory(*it, ec) && fs::is_empty(*it, ec))
+                    fs::remove(*it, ec);
+            }
         // A file still named under another spelling (letter case) is the same file: it stays.
         std::set<std::pair<uint64_t, uint64_t>> kept;
         std::set<fs::path> targets;
@@ -377,6 +397,7 @@ private:
     std::vector<Done> m_done;
     std::vector<WorkUnitObject*> m_clean;
     bool m_committed = false;
+    std::set<fs::path> m_folders; // of the physical folders, as saved now
     bool m_projectWritten = false;
     bool m_ok = true;
 };
@@ -385,6 +406,18 @@ private:
 fs::path ProjectFilePath(const Project& project, const fs::path& folder)
 {
     return folder / (Utf8::FromWide(project.GetName()) + kProjectFileExtension);
+}
+
+fs::path FolderPath(const ProjectObject& folderObject, const fs::path& folder)
+{
+    std::vector<fs::path> parts;
+    const ProjectObject* top = &folderObject;
+    for (; top->Parent(); top = top->Parent())
+        parts.push_back(NamePart(top->GetName()));
+    fs::path path = folder / rules::CategoryKey(top->GetCategory());
+    for (auto it = parts.rbegin(); it != parts.rend(); ++it)
+        path /= *it;
+    return path;
 }
 
 fs::path WorkUnitFilePath(const WorkUnitObject& unit, const fs::path& folder)
@@ -421,7 +454,7 @@ bool SaveProjectAs(Project& project, const fs::path& folder, StorageProblems& pr
     // Only files read from the old folder are worth remembering: everything else is written anew.
     state.projectFile.clear();
     Saver saver(project, folder, std::move(state), true, problems);
-    if (!saver.Run())
+    if (!saver.Run() || !WritePresets(project, folder, problems))
         return false;
     // Sources name their audio files from the project's folder: the originals go along.
     std::error_code ec;

@@ -5,8 +5,10 @@
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/Project.h"
 #include "sonarium/core/model/ProjectEdit.h"
+#include "sonarium/core/naming/NamingRules.h"
 #include "sonarium/core/storage/JsonDepth.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace sn::storage
@@ -137,6 +139,18 @@ Json Parse(const std::string& bytes)
     }
 }
 
+std::string MakeValidUtf8(std::string& bytes)
+{
+    std::string valid = Utf8::FromWide(Utf8::ToWide(bytes));
+    if (valid == bytes)
+        return {};
+    const size_t first = static_cast<size_t>(
+        std::mismatch(bytes.begin(), bytes.end(), valid.begin(), valid.end()).first - bytes.begin());
+    const auto [line, column] = LineAndColumn(bytes, first);
+    bytes = std::move(valid);
+    return "line " + std::to_string(line) + ": bytes that are not UTF-8 are read as U+FFFD";
+}
+
 std::string Dump(const Json& document)
 {
     return document.dump(2) + "\n";
@@ -228,14 +242,14 @@ Json ObjectToJson(const ProjectObject& object)
 std::wstring CheckedName(const std::string& name, PMTreeNode::NodeType type, const ProjectObject* parent,
                          const std::string& what, std::vector<std::string>& fixed)
 {
-    const std::wstring wide = Utf8::ToWide(name);
+    std::wstring wide = Utf8::ToWide(name);
     std::wstring why;
     if (ProjectEdit::IsValidName(nullptr, type, parent, wide, &why))
         return wide;
-    const CStdStr<wchar_t> repaired = ProjectEdit::RepairName(type, parent, wide);
+    naming::MakeValid(rules::ObjectTypeOf(type), wide, parent, nullptr);
     fixed.push_back("the name of " + what + " was refused (" + Utf8::FromWide(why) + "): renamed " +
-                    Quoted(Utf8::FromWide(repaired)));
-    return repaired;
+                    Quoted(Utf8::FromWide(wide)));
+    return wide;
 }
 
 void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDLess>& ids,
@@ -256,8 +270,8 @@ void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDL
         if (!ids.insert(id).second || (parent->GetProject() && parent->GetProject()->Find(id)))
             throw FormatError("duplicate GUID " + GuidText::ToString(id));
 
-        auto* object = new ProjectObject(parent->GetProject(), id, type, rules::ObjectTypeOf(type),
-                                         CheckedName(name, type, parent, GuidText::ToString(id), fixed));
+        ProjectObject* object = NewProjectObject(parent->GetProject(), type,
+                                                 CheckedName(name, type, parent, GuidText::ToString(id), fixed), id);
         parent->RawInsertChild(parent->Children().size(), object);
         ReadOptional(item, *object, fixed);
         if (item.contains("children"))

@@ -24,6 +24,8 @@ public:
 
 // Throws FormatError ("line 4, column 9: syntax error ...").
 Json Parse(const std::string& bytes);
+// Replaces what is not UTF-8 in bytes by U+FFFD; says where ("line 4: ...") when it did.
+std::string MakeValidUtf8(std::string& bytes);
 // Two-space indentation and a final newline.
 std::string Dump(const Json& document);
 

@@ -33,6 +33,8 @@ struct StorageState
     std::shared_ptr<ProjectLock> lock;
     // Why the project cannot be saved (another instance holds its folder); empty when it can.
     std::string readOnly;
+    // The folders of physical folders as last saved: those that go away are removed when empty.
+    std::set<std::filesystem::path> folders;
 };
 
 // The state of project, empty on first use. A project destroyed and another one created at the

@@ -107,6 +107,9 @@ void UndoManager::Clear()
 {
     m_undo.clear();
     m_redo.clear();
+    // Groups still open stay open, with nothing recorded in them.
+    for (Step& group : m_open)
+        group.commands.clear();
 }
 } // namespace sn
 

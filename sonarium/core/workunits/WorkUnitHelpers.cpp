@@ -43,13 +43,31 @@ void GetDirtyWorkUnitsUnder(const std::vector<IOrbObject*>& objects, std::set<IO
             CollectDirty(model, dirty);
 }
 
-bool GetWorkUnitFilePath(const IOrbObject* object, CStdStr<wchar_t>& path, bool onDisk)
+CSmartPtr<IOrbWorkUnit> GetParentTopWorkUnit(IOrbObject* object)
+{
+    for (sn::ProjectObject* up = sn::AsProjectObject(object); up; up = up->Parent())
+        if (up->IsTopWorkUnit() || up->GetNodeType() == PMTreeNode::PhysicalFolder)
+            return CSmartPtr<IOrbWorkUnit>(dynamic_cast<sn::WorkUnitObject*>(up));
+    return nullptr;
+}
+
+bool GetWorkUnitFilePath(const IOrbObject* object, CStdStr<wchar_t>& path, bool fileName)
 {
     const sn::ProjectObject* model = sn::AsProjectObject(object);
     const sn::WorkUnitObject* unit = model ? model->OwningWorkUnit() : nullptr;
-    const sn::Project* project = unit && unit->IsInProject() ? unit->GetProject() : nullptr;
+    // A root or a physical folder is a folder: what it holds lives in it.
+    const auto* folder = unit ? nullptr : dynamic_cast<const sn::WorkUnitObject*>(model);
+    const sn::ProjectObject* holder = unit ? unit : folder;
+    const sn::Project* project = holder && holder->IsInProject() ? holder->GetProject() : nullptr;
     if (!project || project->GetFolder().empty())
         return false;
+    if (folder)
+    {
+        if (fileName)
+            return false;
+        path = Utf8::ToWide(sn::FolderPath(*folder, project->GetFolder()).string());
+        return true;
+    }
     // Where it was last read or written; a unit never saved goes where its name puts it.
     const sn::StorageState& state = sn::StorageStateOf(*project);
     auto saved = state.savedPaths.find(unit->Id());
@@ -57,9 +75,14 @@ bool GetWorkUnitFilePath(const IOrbObject* object, CStdStr<wchar_t>& path, bool 
                                            ? saved->second
                                            : sn::WorkUnitFilePath(*unit, project->GetFolder());
     std::error_code error;
-    if (onDisk && !std::filesystem::is_regular_file(file, error))
+    if (fileName && !std::filesystem::is_regular_file(file, error))
         return false;
-    path = Utf8::ToWide(file.string());
+    path = Utf8::ToWide((fileName ? file : file.parent_path()).string());
     return true;
+}
+
+CStdStr<wchar_t> GetDefaultWorkUnitName()
+{
+    return L"Default Work Unit";
 }
 } // namespace WorkUnitHelpers

@@ -7,9 +7,7 @@
 
 namespace sn
 {
-namespace
-{
-std::wstring Quote(const std::wstring& text)
+std::wstring QuotedText(const std::wstring& text)
 {
     std::wstring out = L"\"";
     for (wchar_t c : text)
@@ -38,11 +36,13 @@ std::wstring Quote(const std::wstring& text)
     return out + L"\"";
 }
 
+namespace
+{
 std::wstring QuoteList(const std::vector<std::wstring>& items)
 {
     std::wstring out = L"[";
     for (size_t i = 0; i < items.size(); ++i)
-        out += (i ? L", " : L"") + Quote(items[i]);
+        out += (i ? L", " : L"") + QuotedText(items[i]);
     return out + L"]";
 }
 
@@ -118,8 +118,8 @@ std::wstring DecisionName(UnloadDirtyWorkUnitsDlg::Decision decision)
 
 std::wstring RuleText(const rename::BatchRenameRule& rule)
 {
-    std::wstring text = L"find=" + Quote(rule.find) + L" replace=" + Quote(rule.replace) + L" prefix=" +
-                        Quote(rule.prefix) + L" suffix=" + Quote(rule.suffix);
+    std::wstring text = L"find=" + QuotedText(rule.find) + L" replace=" + QuotedText(rule.replace) + L" prefix=" +
+                        QuotedText(rule.prefix) + L" suffix=" + QuotedText(rule.suffix);
     if (rule.numbering)
         text += L" number=" + std::to_wstring(rule.start) + L" digits=" + std::to_wstring(rule.digits);
     return text;
@@ -153,9 +153,9 @@ void ScriptedDialogService::CancelProgressAt(size_t steps)
 
 ImporterAnswer ScriptedDialogService::ShowImporter(const ImporterRequest& request)
 {
-    std::wstring line = L"importer destination=" + Quote(request.destination);
+    std::wstring line = L"importer destination=" + QuotedText(request.destination);
     if (!request.problem.empty())
-        line += L" problem=" + Quote(request.problem);
+        line += L" problem=" + QuotedText(request.problem);
     const DialogRecord record = MakeRecord(DialogKind::Importer, L"Import Audio Files", request.problem);
     const std::optional<ImporterAnswer> taken = Take<ImporterAnswer>(record, line);
     if (!taken)
@@ -164,16 +164,16 @@ ImporterAnswer ScriptedDialogService::ShowImporter(const ImporterRequest& reques
     const auto& languages = request.languages;
     if (answer.ok && answer.voice && std::find(languages.begin(), languages.end(), answer.language) == languages.end())
     {
-        RecordUnanswered(record, line, L"the project has no language " + Quote(answer.language));
+        RecordUnanswered(record, line, L"the project has no language " + QuotedText(answer.language));
         return ImporterAnswer{};
     }
     std::wstring result = !answer.ok     ? L"Cancel"
-                          : answer.voice ? L"Import voice " + Quote(answer.language)
+                          : answer.voice ? L"Import voice " + QuotedText(answer.language)
                                          : L"Import sfx";
     // The files as the dialog showed them for the choices made.
     if (request.describe)
         for (const ImporterRow& row : request.describe(answer.voice, answer.language))
-            result += L"\n  " + Quote(row.file) + L" " + row.details + (row.usable ? L" -> " + row.becomes : L"");
+            result += L"\n  " + QuotedText(row.file) + L" " + row.details + (row.usable ? L" -> " + row.becomes : L"");
     Record(record, line, result);
     return answer;
 }
@@ -189,7 +189,7 @@ BatchRenameAnswer ScriptedDialogService::ShowBatchRename(const BatchRenameReques
     std::wstring result = answer.ok ? L"Rename " + RuleText(answer.rule) : L"Cancel";
     if (answer.ok && request.preview)
         for (const rename::BatchRenameRow& row : request.preview(answer.rule))
-            result += L"\n  " + Quote(row.oldName) + L" -> " + Quote(row.newName) +
+            result += L"\n  " + QuotedText(row.oldName) + L" -> " + QuotedText(row.newName) +
                       (row.problem.empty() ? L"" : L" (kept: " + row.problem + L")");
     Record(record, line, result);
     return answer;
@@ -224,7 +224,7 @@ void ScriptedDialogService::EndProgress(const std::vector<std::wstring>& problem
         return;
     const OpenProgress progress = *m_progress;
     m_progress.reset();
-    const std::wstring line = L"progress caption=" + Quote(progress.request.caption) + L" steps=" +
+    const std::wstring line = L"progress caption=" + QuotedText(progress.request.caption) + L" steps=" +
                               std::to_wstring(progress.request.steps);
     std::wstring result = progress.cancelled ? L"cancelled after " + std::to_wstring(progress.done) : L"done";
     for (const std::wstring& problem : problems)
@@ -290,10 +290,10 @@ std::optional<Answer> ScriptedDialogService::Take(const DialogRecord& record, co
 
 MessageBoxAnswer ScriptedDialogService::ShowMessageBox(const MessageBoxRequest& request)
 {
-    std::wstring line = L"message caption=" + Quote(request.caption) + L" text=" + Quote(request.text) +
+    std::wstring line = L"message caption=" + QuotedText(request.caption) + L" text=" + QuotedText(request.text) +
                         L" style=" + Hex(request.style, 8);
     if (!request.dontAskAgainKey.empty())
-        line += L" dont-ask-again=" + Quote(request.dontAskAgainKey);
+        line += L" dont-ask-again=" + QuotedText(request.dontAskAgainKey);
     const DialogRecord record =
         MakeRecord(DialogKind::MessageBox, request.caption, request.text, request.style);
 
@@ -318,15 +318,15 @@ MessageBoxAnswer ScriptedDialogService::ShowMessageBox(const MessageBoxRequest& 
 NewWorkUnitAnswer ScriptedDialogService::ShowNewWorkUnit(const NewWorkUnitRequest& request)
 {
     const std::wstring line = L"new-work-unit type=" + std::to_wstring(static_cast<int>(request.type)) +
-                              L" " + Quote(PMTreeNode::GetNodeTypeName(request.type)) + L" folder=" +
-                              Quote(request.folder) + L" name=" + Quote(request.proposedName);
+                              L" " + QuotedText(PMTreeNode::GetNodeTypeName(request.type)) + L" folder=" +
+                              QuotedText(request.folder) + L" name=" + QuotedText(request.proposedName);
     const DialogRecord record = MakeRecord(DialogKind::NewWorkUnit);
 
     const std::optional<NewWorkUnitAnswer> taken = Take<NewWorkUnitAnswer>(record, line);
     if (!taken)
         return NewWorkUnitAnswer{};
     const NewWorkUnitAnswer answer = *taken;
-    Record(record, line, answer.ok ? L"OK name=" + Quote(answer.name) : L"Cancel");
+    Record(record, line, answer.ok ? L"OK name=" + QuotedText(answer.name) : L"Cancel");
     return answer;
 }
 
@@ -346,8 +346,8 @@ UnloadDirtyAnswer ScriptedDialogService::ShowUnloadDirty(const UnloadDirtyReques
 FileAnswer ScriptedDialogService::ShowFileDialog(const FileRequest& request)
 {
     const std::wstring line = L"file " + std::wstring(OperationName(request.operation)) + L" caption=" +
-                              Quote(request.caption) + L" filter=" + Quote(request.filter) + L" extension=" +
-                              Quote(request.defaultExtension) + L" name=" + Quote(request.proposedName) +
+                              QuotedText(request.caption) + L" filter=" + QuotedText(request.filter) + L" extension=" +
+                              QuotedText(request.defaultExtension) + L" name=" + QuotedText(request.proposedName) +
                               L" flags=" + Hex(request.flags, 1);
     const DialogRecord record = MakeRecord(DialogKind::File, request.caption);
 
@@ -373,7 +373,7 @@ FileAnswer ScriptedDialogService::ShowFileDialog(const FileRequest& request)
 
 ChangedFileAnswer ScriptedDialogService::ShowChangedFile(const ChangedFileRequest& request)
 {
-    const std::wstring line = L"changed-file what=" + Quote(request.what) + L" path=" + Quote(request.path);
+    const std::wstring line = L"changed-file what=" + QuotedText(request.what) + L" path=" + QuotedText(request.path);
     const DialogRecord record = MakeRecord(DialogKind::ChangedFile);
     const std::optional<ChangedFileAnswer> taken = Take<ChangedFileAnswer>(record, line);
     if (!taken)

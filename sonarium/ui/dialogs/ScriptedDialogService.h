@@ -32,6 +32,9 @@
 
 namespace sn
 {
+// Text in double quotes with \" \\ \r \n \t escaped, as the record lines show strings.
+std::wstring QuotedText(const std::wstring& text);
+
 // One scripted answer; the alternative's index is its DialogKind.
 using DialogAnswer = std::variant<MessageBoxAnswer, NewWorkUnitAnswer, UnloadDirtyAnswer, FileAnswer, ChangedFileAnswer,
                                   ImporterAnswer, BatchRenameAnswer, ProgressAnswer>;

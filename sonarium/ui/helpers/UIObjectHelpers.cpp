@@ -1,10 +1,12 @@
-// Deleting objects as the user asked, after asking again when other objects refer to them.
+// Object operations the user starts, each one undo step of the host's own: renaming, and deleting
+// after asking again when other objects refer to them.
 
 #include "host/UIObjectHelpers.h"
 
 #include "host/MessageBox.h"
 #include "host/StringHelp.h"
 #include "sonarium/core/deletion/Deletion.h"
+#include "sonarium/core/model/ProjectEdit.h"
 
 #include <fmt/xchar.h>
 
@@ -39,4 +41,9 @@ bool UIObjectHelpers::DeleteObjects(const std::vector<IOrbObject*>& objects)
     if (!references.empty() && !ConfirmDespiteReferences(references))
         return false;
     return sn::deletion::DeleteObjects(models, references);
+}
+
+bool UIObjectHelpers::RenameObject(IOrbObject* object, const CStdStr<wchar_t>& name)
+{
+    return sn::ProjectEdit::Rename(sn::AsProjectObject(object), name);
 }

@@ -31,6 +31,8 @@ void MultiSelectionTreeCtrl::MouseDown(CPoint point, UINT keys)
         EndGesture(); // the release of the previous press was lost
     HeldKeys held(HeldKeys::Modifiers(keys));
     PlaceCursor(point);
+    CancelClickToEdit();
+    const bool hadFocus = WindowSystem::Get().GetFocus() == m_hWnd;
     // Taking the focus ends a label edit, as a click outside the editor does.
     SetFocus();
     WindowSystem::Get().SetKeyDown(VK_LBUTTON, true);
@@ -53,6 +55,7 @@ void MultiSelectionTreeCtrl::MouseDown(CPoint point, UINT keys)
                 ChangeSelection(selected, false, TVC_BYMOUSE);
         return;
     }
+    NoteClickToEdit(item, flags, keys, hadFocus);
     SetFocusItem(item);
     if (keys & MK_SHIFT)
     {
@@ -93,6 +96,8 @@ void MultiSelectionTreeCtrl::MouseUp(CPoint point, UINT keys)
         NMHDR header{};
         NotifyParent(header, NM_CLICK);
     }
+    if (m_hWnd)
+        ArmClickToEdit(point);
 }
 
 void MultiSelectionTreeCtrl::Click(CPoint point, UINT keys)
@@ -110,6 +115,8 @@ void MultiSelectionTreeCtrl::DoubleClick(CPoint point, UINT keys)
 void MultiSelectionTreeCtrl::SecondClick(CPoint point, UINT keys)
 {
     Click(point, keys);
+    // A double click opens the object; it never starts a label edit.
+    CancelClickToEdit();
     if (!m_hWnd)
         return;
     HeldKeys held(HeldKeys::Modifiers(keys));
@@ -132,6 +139,7 @@ void MultiSelectionTreeCtrl::RightClick(CPoint point, UINT keys)
 {
     if (!m_hWnd)
         return;
+    CancelClickToEdit();
     HeldKeys held(HeldKeys::Modifiers(keys));
     PlaceCursor(point);
     SetFocus();
@@ -195,6 +203,7 @@ void MultiSelectionTreeCtrl::KeyPress(UINT vk, UINT keys)
 {
     if (!m_hWnd)
         return;
+    CancelClickToEdit();
     HeldKeys held(HeldKeys::Modifiers(keys));
     if (CEdit* edit = GetEditControl())
     {
@@ -254,6 +263,7 @@ bool MultiSelectionTreeCtrl::BeginDrag(CPoint point, bool rightButton)
     HTREEITEM item = HitTest(point, &flags);
     if (!m_hWnd || !item || !(flags & TVHT_ONITEM))
         return false;
+    CancelClickToEdit();
     if (!m_gestureOpen)
     {
         m_gestureOpen = true;

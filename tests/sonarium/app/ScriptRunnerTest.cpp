@@ -59,6 +59,16 @@ TEST_F(ScriptRun, EachBadLineSaysWhatWasWrongAndChangesNothing)
         {L"drag AudioObjects/World below Nowhere", L"no pane named \"Nowhere\""},
         {L"send shout",
          L"usage: send cut|copy|paste|delete|rename|can-cut|can-copy|can-paste|key:NAME [PANE]"},
+        {L"toolbar Spaceship", L"the pane Audio has no \"Spaceship\" button"},
+        {L"toolbar \"Random Container\"", L"the \"Random Container\" button (7) is disabled"},
+        {L"toolbar \"Random Container\" ctrl", L"only \"shift\" may follow a toolbar button"},
+        {L"host preference Loudness on", L"unknown preference \"Loudness\" (UseActionNameForEvent, "
+                                         L"EventActionNamePrefix, ModifyEventNameCase, EventNameCaseAllLower, "
+                                         L"InspectOnSingleClick)"},
+        {L"host preference ModifyEventNameCase maybe", L"a preference is \"on\" or \"off\", not \"maybe\""},
+        {L"print object AudioObjects/Nowhere", L"no object at \"AudioObjects/Nowhere\""},
+        {L"print object", L"usage: print object PATH"},
+        {L"print toolbar Nowhere", L"no pane named \"Nowhere\""},
     };
     for (auto [line, expected] : bad)
     {

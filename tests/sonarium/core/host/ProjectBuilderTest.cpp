@@ -59,7 +59,7 @@ TEST(ProjectBuilderAttributes, BadAttributesNameTheLineAndTheProblem)
     EXPECT_EQ(BuildError(head + L"    Rain : SoundSFX | Loop=\n"), "line 4: attribute \"Loop\" has no value");
     EXPECT_EQ(BuildError(head + L"    Rain : SoundSFX | Next=@AudioObjects/Main/Snow\n    Wind : SoundSFX\n"),
               "line 4: no object at \"AudioObjects/Main/Snow\"");
-    EXPECT_EQ(BuildError(L"AudioObjects | color=3\n"), "line 1: only objects take attributes");
+    EXPECT_EQ(BuildError(L"AudioObjects | color=3\n"), "line 1: only objects and presets take attributes");
 }
 
 TEST(ProjectBuilderAttributes, SeededBuildsGiveTheSameGuids)

@@ -111,7 +111,7 @@ TEST_F(AudioImportTest, VoicesGoToTheirLanguageAndAFileAlreadyThereIsNotCopiedTw
     EXPECT_EQ(L"Originals/Voices/French/Line_01.wav", sources[1]->GetProperty("File"));
     EXPECT_EQ(L"Originals/Voices/French/Line_01_1.wav", sources[2]->GetProperty("File"));
     EXPECT_EQ(L"2", sources[0]->GetProperty("Language"));
-    EXPECT_EQ(L"Line_01.wav 1", sources[1]->GetName()) << "sources of one sound have their own names";
+    EXPECT_EQ(L"Line_01.wav", sources[1]->GetName()) << "a source is named after its file";
 }
 
 TEST_F(AudioImportTest, ACancelledImportLeavesNothingBehind)

@@ -62,7 +62,7 @@ TEST_F(HostTest, APreviewKeepsTheNamesTheRulesOrThePlaceRefuse)
     BatchRenameRule rule;
     rule.suffix = L"/";
     const std::vector<std::wstring> why = Lines(Preview(objects, rule));
-    EXPECT_NE(std::wstring::npos, why[0].find(L"cannot contain")) << "a work unit names a file";
+    EXPECT_NE(std::wstring::npos, why[0].find(L"cannot hold any of")) << "a work unit names a file";
     EXPECT_EQ(L"Rain_01 -> Rain_01/", why[1]) << "other objects may have a slash";
     EXPECT_NE(std::wstring::npos, why[2].find(L"cannot be renamed")) << "a category stays";
 
@@ -71,7 +71,7 @@ TEST_F(HostTest, APreviewKeepsTheNamesTheRulesOrThePlaceRefuse)
     rule.find = L"1";
     rule.replace = L"2";
     EXPECT_NE(std::wstring::npos,
-              Lines(Preview({At(kAmbience + L"/Rain_01")}, rule))[0].find(L"Another object in the same place"));
+              Lines(Preview({At(kAmbience + L"/Rain_01")}, rule))[0].find(L"Another object here is already named"));
     rule.find = L"_0";
     rule.replace = L"";
     rule.suffix = L"_x";
@@ -82,7 +82,7 @@ TEST_F(HostTest, APreviewKeepsTheNamesTheRulesOrThePlaceRefuse)
     rule.suffix = L"";
     const std::vector<std::wstring> both = Lines(Preview({At(kAmbience + L"/Rain_02"), At(kAmbience + L"/Wind")}, rule));
     EXPECT_EQ(L"Rain_02 -> Rain_02", both[0]);
-    EXPECT_NE(std::wstring::npos, both[1].find(L"Another object in the same place")) << "Rain_01 stays";
+    EXPECT_NE(std::wstring::npos, both[1].find(L"Another object here is already named")) << "Rain_01 stays";
 }
 
 TEST_F(HostTest, NumbersFollowTheTreeAndTheBatchIsOneStep)

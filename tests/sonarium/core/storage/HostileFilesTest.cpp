@@ -165,21 +165,21 @@ TEST(HostileFiles, ValuesAndNamesTheEditorRefusesAreSetRightAndSaid)
     EXPECT_EQ(opened.problems.size(), 6u) << said;
     for (const char* expected :
          {"is not one of the palette's (-1 to 15): set to -1", "do not fit in 32 bits: set to 0",
-          "contains a control character.): renamed \"Explosions\"", "renamed \"" ,
-          "appears twice: the second was dropped", "renamed \"French\""})
+          "another control character.): renamed \"Ex plo sions\"", "renamed \"" ,
+          "appears twice: the second was dropped", "renamed \"Fr ench\""})
         EXPECT_NE(said.find(expected), std::string::npos) << expected << " in\n" << said;
     Project& read = *opened.project;
-    ProjectObject* explosions = FindByPath(read, L"AudioObjects/World/Props/Props/Explosions");
+    ProjectObject* explosions = FindByPath(read, L"AudioObjects/World/Props/Props/Ex plo sions");
     ASSERT_TRUE(explosions);
     EXPECT_EQ(explosions->GetObjectFlags(), 0u);
     EXPECT_EQ(explosions->Parent()->GetColor(), -1);
     EXPECT_LE(explosions->Children()[0]->GetName().size(), 300u);
     std::wstring why;
-    EXPECT_TRUE(ProjectEdit::IsValidName(nullptr, PMTreeNode::RandomContainer, explosions,
+    EXPECT_TRUE(ProjectEdit::IsValidName(explosions->Children()[0].Get(), PMTreeNode::RandomContainer, explosions,
                                          explosions->Children()[0]->GetName(), &why))
         << Utf8::FromWide(why);
     EXPECT_EQ(read.Platforms().size(), 3u);
-    EXPECT_EQ(read.Languages()[1].name, L"French");
+    EXPECT_EQ(read.Languages()[1].name, L"Fr ench");
     // Set right in memory, marked unsaved: the next save writes what the user was told.
     EXPECT_TRUE(dynamic_cast<WorkUnitObject*>(FindByPath(read, L"AudioObjects/World/Props"))->IsDirty());
     EXPECT_TRUE(read.IsDirty());

@@ -139,7 +139,7 @@ TEST_F(InspectorModelTest, ANameIsCheckedAndTheInspectorFollowsTheProject)
     Inspect({kUnit + L"/Ambience/Wind"});
     std::wstring why;
     EXPECT_FALSE(m_model->Edit("name", L"  ", why));
-    EXPECT_EQ(why, L"The name is empty.");
+    EXPECT_EQ(why, L"A name cannot be empty.");
     EXPECT_EQ(At(kUnit + L"/Ambience/Wind")->GetName(), L"Wind");
     ASSERT_TRUE(m_model->Edit("name", L"Gale", why)) << why;
     EXPECT_EQ(Row("name")->Common(), L"Gale");

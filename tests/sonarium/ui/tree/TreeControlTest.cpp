@@ -2,6 +2,7 @@
 
 #include "TreeFixture.h"
 
+#include "platform/WindowSystem.h"
 #include "sonarium/core/model/ProjectEdit.h"
 
 namespace
@@ -270,4 +271,66 @@ TEST_F(TreeTest, ItemsAreFoundByGuidAcrossManyRebuildsAndNotAfterTheyGo)
         EXPECT_EQ(nullptr, m_tree.GetItemWithGUID(*At(weapons + L"/Pistol")->GetGUID()));
     }
     EXPECT_TRUE(Item(kUnit + L"/Ambience")) << "items never rebuilt stay found";
+}
+
+TEST_F(TreeTest, ASlowSecondClickOnTheOnlySelectedLabelEditsItAndNothingElseDoes)
+{
+    Open(kProject);
+    InsertRoot(OrbObjectCategories::AudioObjects);
+    m_tree.Expand(Item(kUnit), TVE_EXPAND);
+    HTREEITEM ambience = Item(kUnit + L"/Ambience");
+    HTREEITEM weapons = Item(kUnit + L"/Weapons");
+    WindowSystem& system = WindowSystem::Get();
+    const UINT wait = system.GetDoubleClickTime();
+    auto edits = [&] { return m_parent.Count(TVN_BEGINLABELEDITW); };
+
+    // The click that selects never edits, nor one that brings the focus back to the tree.
+    m_tree.Click(LabelOf(ambience), 0);
+    system.Advance(wait * 2);
+    m_parent.SetFocus();
+    m_tree.Click(LabelOf(ambience), 0);
+    system.Advance(wait * 2);
+    EXPECT_EQ(0u, edits());
+
+    // The second click waits out the double-click time, then edits.
+    m_tree.Click(LabelOf(ambience), 0);
+    system.Advance(wait - 1);
+    EXPECT_EQ(0u, edits());
+    system.Advance(1);
+    ASSERT_EQ(1u, edits());
+    EXPECT_TRUE(m_tree.GetRow(ambience).editing);
+    m_tree.KeyPress(VK_ESCAPE, 0);
+    m_parent.notes.clear();
+
+    // A double click, a key, a drag, a right click or a click elsewhere takes the edit back.
+    m_tree.DoubleClick(LabelOf(ambience), 0);
+    system.Advance(wait * 2);
+    m_tree.Click(LabelOf(ambience), 0);
+    m_tree.KeyPress(VK_RIGHT, 0);
+    system.Advance(wait * 2);
+    m_tree.Click(LabelOf(ambience), 0);
+    m_tree.RightClick(LabelOf(ambience), 0);
+    system.Advance(wait * 2);
+    m_tree.Click(LabelOf(ambience), 0);
+    m_tree.Click(LabelOf(weapons), 0);
+    system.Advance(wait * 2);
+    EXPECT_EQ(0u, edits());
+    EXPECT_TRUE(m_tree.IsSelected(weapons));
+
+    // Only a plain click on the label of the only selected item counts.
+    m_tree.Click(IconOf(weapons), 0);
+    m_tree.Click(LabelOf(weapons), MK_CONTROL);
+    m_tree.Click(LabelOf(weapons), MK_CONTROL);
+    system.Advance(wait * 2);
+    m_tree.Click(LabelOf(ambience), MK_CONTROL);
+    m_tree.Click(LabelOf(weapons), 0);
+    system.Advance(wait * 2);
+    EXPECT_EQ(0u, edits());
+
+    // The selection changed by the program meanwhile: no edit of a row no longer selected.
+    m_tree.Click(LabelOf(weapons), 0);
+    m_tree.Click(LabelOf(weapons), 0);
+    m_tree.SelectAll(false);
+    system.Advance(wait * 2);
+    EXPECT_EQ(0u, edits());
 }
