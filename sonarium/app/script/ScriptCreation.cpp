@@ -8,7 +8,7 @@
 #include "host/HostMessages.h"
 #include "platform/HeldKeys.h"
 #include "sonarium/app/script/ScriptWords.h"
-#include "sonarium/app/session/ObjectText.h"
+#include "sonarium/ui/inspector/ObjectFacts.h"
 #include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/ui/dialogs/ScriptedDialogService.h"
 

@@ -160,3 +160,20 @@ TEST_F(InspectorModelTest, ANameIsCheckedAndTheInspectorFollowsTheProject)
     EXPECT_TRUE(m_model->Objects().empty());
     EXPECT_TRUE(m_model->Rows().empty());
 }
+
+TEST_F(InspectorModelTest, PartsAndStoredPropertiesShowAsPrintObjectTellsThem)
+{
+    sn::ProjectObject* rain = At(kUnit + L"/Ambience/Rain");
+    sn::ProjectObject* source = sn::ProjectEdit::Create(rain, PMTreeNode::AudioSource, L"rain.wav");
+    ASSERT_TRUE(source);
+    ASSERT_TRUE(sn::ProjectEdit::SetProperty(rain, "Volume", L"-6"));
+    ASSERT_TRUE(sn::ProjectEdit::SetProperty(rain, "Notes", L"soft"));
+    Inspect({kUnit + L"/Ambience/Rain"});
+    ASSERT_TRUE(Row("source:1"));
+    EXPECT_EQ(Row("source:1")->label, L"Source");
+    EXPECT_EQ(Row("source:1")->Common()->rfind(L"\"rain.wav\": file -, no language", 0), 0u);
+    ASSERT_TRUE(Row("property:Volume"));
+    EXPECT_EQ(Row("property:Volume")->Common(), L"-6");
+    EXPECT_EQ(Row("property:Notes"), nullptr) << "notes keep their own editable row";
+    EXPECT_EQ(Row("notes")->Common(), L"soft");
+}

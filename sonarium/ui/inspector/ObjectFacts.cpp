@@ -1,8 +1,8 @@
-#include "sonarium/app/session/ObjectText.h"
+#include "sonarium/ui/inspector/ObjectFacts.h"
 
 #include "host/AudioSourcesHelpers.h"
 #include "host/Utf8.h"
-#include "sonarium/app/session/HostRecorder.h"
+#include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/core/import/SourceAudio.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/NodeRules.h"
@@ -40,7 +40,7 @@ std::wstring ValueText(const Project& project, const std::wstring& value)
     {
         const ProjectObject* named = project.Find(id);
         text += (text.empty() ? L"@" : L", @") +
-                (named ? ObjectPath(named) : L"(missing " + Utf8::ToWide(GuidText::ToString(id)) + L")");
+                (named ? PathOf(*named) : L"(missing " + Utf8::ToWide(GuidText::ToString(id)) + L")");
     }
     return text;
 }
@@ -53,7 +53,7 @@ std::wstring PluginText(const ProjectObject& object)
 
 std::wstring SourceLine(const ProjectObject& sound, const ProjectObject& source)
 {
-    std::wstring line = L"source \"" + source.GetName() + L"\": ";
+    std::wstring line = L"\"" + source.GetName() + L"\": ";
     line += source.GetProperty("PluginID").empty()
                 ? L"file " + (source.GetProperty("File").empty() ? L"-" : source.GetProperty("File"))
                 : L"plug-in " + PluginText(source);
@@ -74,7 +74,7 @@ std::wstring ActionLine(const Project& project, const ProjectObject& action)
     const std::wstring type = action.GetProperty("ActionType");
     const std::wstring scope = action.GetProperty("Scope");
     const std::wstring target = action.GetProperty("Target");
-    return L"action \"" + action.GetName() + L"\": type " + (type.empty() ? L"-" : type) + L", scope " +
+    return L"\"" + action.GetName() + L"\": type " + (type.empty() ? L"-" : type) + L", scope " +
            (scope == L"Global" ? L"global" : scope == L"GameObject" ? L"game object" : L"-") + L", target " +
            (target.empty() ? L"none" : ValueText(project, target));
 }
@@ -83,7 +83,7 @@ std::wstring ActionLine(const Project& project, const ProjectObject& action)
 // properties.
 std::wstring PartLine(const Project& project, const ProjectObject& part)
 {
-    std::wstring line = L"part " + std::wstring(rules::NodeTypeName(part.GetNodeType())) + L" \"" + part.GetName() + L"\"";
+    std::wstring line = std::wstring(rules::NodeTypeName(part.GetNodeType())) + L" \"" + part.GetName() + L"\"";
     for (const auto& [key, value] : part.Properties())
         line += L", " + Utf8::ToWide(key) + L" = " + ValueText(project, value);
     return line;
@@ -102,7 +102,7 @@ std::wstring PlatformLine(const ProjectObject& object, const Platform& platform)
                 state = L"excluded (through \"" + std::wstring(up->GetName()) + L"\")";
                 break;
             }
-    return L"platform " + std::wstring(platform.name) + L": " + state;
+    return std::wstring(platform.name) + L": " + state;
 }
 
 std::wstring InclusionLine(const Project& project, const ProjectObject& object)
@@ -114,42 +114,55 @@ std::wstring InclusionLine(const Project& project, const ProjectObject& object)
                                                         : std::wstring(L"included (a parent is excluded)");
     };
     if (object.IsInclusionLinked())
-        return L"inclusion linked: " + state(CurrentPlatform());
-    std::wstring line = L"inclusion unlinked:";
+        return L"linked: " + state(CurrentPlatform());
+    std::wstring line = L"unlinked:";
     for (size_t i = 0; i < project.Platforms().size(); ++i)
         line += (i ? L", " : L" ") + project.Platforms()[i].name + L" " + state(project.Platforms()[i].id);
     return line;
 }
 } // namespace
 
-std::vector<std::wstring> ObjectLines(const Project& project, const ProjectObject& object)
+std::vector<ObjectFact> ObjectFacts(const Project& project, const ProjectObject& object)
 {
-    std::vector<std::wstring> lines;
-    lines.push_back(L"type " + std::wstring(rules::NodeTypeName(object.GetNodeType())));
-    lines.push_back(L"name " + object.GetName());
+    std::vector<ObjectFact> facts;
+    auto add = [&](const wchar_t* word, const wchar_t* label, std::wstring text)
+    { facts.push_back({word, label, std::move(text)}); };
+    add(L"type", L"Type", rules::NodeTypeName(object.GetNodeType()));
+    add(L"name", L"Name", object.GetName().c_str());
     if (!object.GetProperty("PluginID").empty() && object.GetObjectType() != OrbObjectType_AudioSource)
-        lines.push_back(L"plug-in " + PluginText(object));
+        add(L"plug-in", L"Plug-in", PluginText(object));
     // The parts of an object show as their owner shows them.
     if (object.GetObjectType() == OrbObjectType_AudioSource && object.Parent())
-        lines.push_back(SourceLine(*object.Parent(), object));
+        add(L"source", L"Source", SourceLine(*object.Parent(), object));
     for (const CSmartPtr<ProjectObject>& child : object.Children())
         if (child->GetObjectType() == OrbObjectType_AudioSource)
-            lines.push_back(SourceLine(object, *child));
+            add(L"source", L"Source", SourceLine(object, *child));
     if (object.GetObjectType() == OrbObjectType_EventAction)
-        lines.push_back(ActionLine(project, object));
+        add(L"action", L"Action", ActionLine(project, object));
     for (const CSmartPtr<ProjectObject>& child : object.Children())
         if (child->GetObjectType() == OrbObjectType_EventAction)
-            lines.push_back(ActionLine(project, *child));
+            add(L"action", L"Action", ActionLine(project, *child));
     for (const CSmartPtr<ProjectObject>& child : object.Children())
         if (!ProjectObject::IsHierarchyMember(child->GetObjectType()) &&
             child->GetObjectType() != OrbObjectType_AudioSource && child->GetObjectType() != OrbObjectType_EventAction)
-            lines.push_back(PartLine(project, *child));
+            add(L"part", L"Part", PartLine(project, *child));
     for (const auto& [key, value] : object.Properties())
         if (!ShownApart().count(key) && !IsActiveSourceKey(key))
-            lines.push_back(L"property " + Utf8::ToWide(key) + L" = " + ValueText(project, value));
-    lines.push_back(InclusionLine(project, object));
+        {
+            const std::wstring wideKey = Utf8::ToWide(key);
+            facts.push_back({L"property", wideKey, wideKey + L" = " + ValueText(project, value)});
+        }
+    add(L"inclusion", L"Inclusion", InclusionLine(project, object));
     for (const Platform& platform : project.Platforms())
-        lines.push_back(PlatformLine(object, platform));
+        add(L"platform", L"Platform", PlatformLine(object, platform));
+    return facts;
+}
+
+std::vector<std::wstring> ObjectLines(const Project& project, const ProjectObject& object)
+{
+    std::vector<std::wstring> lines;
+    for (const ObjectFact& fact : ObjectFacts(project, object))
+        lines.push_back(fact.word + L" " + fact.text);
     return lines;
 }
 } // namespace sn

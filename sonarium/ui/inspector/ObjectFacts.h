@@ -1,6 +1,7 @@
 #pragma once
-// A project object's stored state as text, one fact per line, in a stable order: what scripts
-// print with "print object PATH".
+// A project object's stored state as facts, in a stable order: what scripts print with
+// "print object PATH" (one line per fact, its word then its text) and what the property inspector
+// shows of an object's parts and properties (one row per fact).
 //
 //   type Sound SFX
 //   name Menu_Open
@@ -21,5 +22,14 @@
 
 namespace sn
 {
+struct ObjectFact
+{
+    std::wstring word;  // what the fact is about: "type", "source", "property"...
+    std::wstring label; // the inspector's label ("Source", or a property's key)
+    std::wstring text;  // the rest of the printed line
+};
+
+std::vector<ObjectFact> ObjectFacts(const Project& project, const ProjectObject& object);
+// "word text", one line per fact.
 std::vector<std::wstring> ObjectLines(const Project& project, const ProjectObject& object);
 } // namespace sn
