@@ -25,7 +25,11 @@ void DlgProjectExplorer::OnContextMenu(CWnd* wnd, CPoint point)
     if (!item || !(flags & (TVHT_ONITEMICON | TVHT_ONITEMLABEL | TVHT_ONITEMSTATEICON)))
         return;
     if (!m_tree.IsSelected(item))
+    {
+        // The menu is for that row alone, as a left click would have made it.
+        m_tree.SelectAll(false);
         m_tree.SelectItem(item);
+    }
 
     std::vector<PMTreeNode*> nodes;
     GetSelectedNodeList(nodes);
