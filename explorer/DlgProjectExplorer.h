@@ -130,6 +130,8 @@ public:
     void OnNewEvent(UINT id);
     // What the dynamic identifiers of the last context menu stand for.
     MenuCommandMap& MenuCommands() { return m_menuCommands; }
+    // Runs the context menu's command of that identifier; any other identifier does nothing.
+    void DispatchMenuCommand(uint32_t id);
 
     // Renaming in place.
     void EditLabelWithGUID(const GUID& guid);

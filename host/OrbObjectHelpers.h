@@ -14,6 +14,8 @@ namespace OrbObjectHelpers
 {
 bool CanDelete(const IOrbObject* object);
 bool CanRename(const IOrbObject* object);
+// Whether audio files may be imported into the object: it holds sounds or music tracks.
+bool CanImportAudio(const IOrbObject* object);
 // Removes every node that has an ancestor in the list, keeping the order of the others.
 void RemoveAllChildObjectsFromList(std::vector<PMTreeNode*>& nodes);
 

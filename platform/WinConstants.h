@@ -190,6 +190,8 @@ constexpr int VK_SUBTRACT = 0x6D;
 constexpr int VK_F1 = 0x70;
 constexpr int VK_F2 = 0x71;
 constexpr int VK_F5 = 0x74;
+constexpr int VK_APPS = 0x5D;
+constexpr int VK_F10 = 0x79;
 
 // Key-state bits of mouse and drag messages
 constexpr DWORD MK_LBUTTON = 0x0001;

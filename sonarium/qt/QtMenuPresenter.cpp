@@ -1,5 +1,8 @@
 #include "sonarium/qt/QtMenuPresenter.h"
 
+#include "host/Theme.h"
+#include "platform/Canvas.h"
+#include "sonarium/qt/IconArt.h"
 #include "sonarium/qt/QtText.h"
 
 #include <QAction>
@@ -42,6 +45,9 @@ void QtMenuPresenter::Fill(QMenu& target, HMENU menu)
         QAction* action = target.addAction(text);
         action->setData(QVariant::fromValue(static_cast<qulonglong>(item.id)));
         action->setEnabled(item.IsEnabled());
+        // An entry's picture is the object icon behind its bitmap handle.
+        if (const auto* icon = static_cast<const sn::theme::Bitmap*>(BitmapImage(item.bitmap)))
+            action->setIcon(QIcon(IconArt::Get().Pixmap(icon->iconId, icon->disabled, 16, target.devicePixelRatioF())));
         if (item.IsChecked())
         {
             action->setCheckable(true);

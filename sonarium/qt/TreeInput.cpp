@@ -48,6 +48,10 @@ std::optional<UINT> VirtualKey(int qtKey, Qt::KeyboardModifiers modifiers)
         return VK_F2;
     case Qt::Key_F5:
         return VK_F5;
+    case Qt::Key_F10:
+        return VK_F10;
+    case Qt::Key_Menu:
+        return VK_APPS;
     case Qt::Key_Backspace:
         return VK_BACK;
     case Qt::Key_Tab:

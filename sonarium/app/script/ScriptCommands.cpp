@@ -30,7 +30,7 @@ std::optional<UINT> KeyCode(std::wstring const& name)
         {L"Up", VK_UP},         {L"Down", VK_DOWN},         {L"Left", VK_LEFT},     {L"Right", VK_RIGHT},
         {L"Home", VK_HOME},     {L"End", VK_END},           {L"PageUp", VK_PRIOR},  {L"PageDown", VK_NEXT},
         {L"Delete", VK_DELETE}, {L"Enter", VK_RETURN},      {L"Escape", VK_ESCAPE}, {L"Space", VK_SPACE},
-        {L"Add", VK_ADD},       {L"Subtract", VK_SUBTRACT}, {L"F2", VK_F2},         {L"F5", VK_F5},
+        {L"Add", VK_ADD},       {L"Subtract", VK_SUBTRACT}, {L"F2", VK_F2},         {L"F5", VK_F5}, {L"F10", VK_F10}, {L"Apps", VK_APPS},
         {L"Shift", VK_SHIFT},   {L"Backspace", VK_BACK},    {L"Tab", VK_TAB},       {L"Multiply", VK_MULTIPLY},
     };
     if (auto found = k_keys.find(name); found != k_keys.end())

@@ -32,17 +32,43 @@ std::wstring ScriptedMenus::TakeFailure()
     return std::exchange(m_failure, std::wstring());
 }
 
+namespace
+{
+// One line per entry, a submenu's entries indented below it: the text, the shortcut column in
+// brackets, and the entry's state.
+void Describe(std::vector<MenuItem> const& items, std::wstring const& indent, std::vector<std::wstring>& out)
+{
+    for (MenuItem const& item : items)
+    {
+        if (item.IsSeparator())
+        {
+            out.push_back(indent + L"-");
+            continue;
+        }
+        std::wstring line = indent + MenuEntryText(item.text);
+        if (const size_t tab = item.text.find(L'\t'); tab != std::wstring::npos)
+            line += L"  [" + item.text.substr(tab + 1) + L"]";
+        if (item.IsPopup())
+            line += L" >";
+        if (!item.IsEnabled())
+            line += L" (disabled)";
+        if (item.IsChecked())
+            line += (item.flags & MFT_RADIOCHECK) ? L" (radio)" : L" (checked)";
+        out.push_back(line);
+        if (item.IsPopup())
+            if (const std::vector<MenuItem>* sub = MenuSystem::Items(item.submenu))
+                Describe(*sub, indent + L"  ", out);
+    }
+}
+} // namespace
+
 UINT_PTR ScriptedMenus::TrackPopupMenu(HMENU menu, POINT, HWND)
 {
     const std::vector<MenuItem>* items = MenuSystem::Items(menu);
     if (!items)
         return 0;
-    std::wstring shown = L"menu:";
-    for (MenuItem const& item : *items)
-        shown += item.IsSeparator() ? L" |"
-                                    : L" " + MenuEntryText(item.text) + (item.IsPopup() ? L" >" : L"") +
-                                          (item.IsEnabled() ? L"" : L" (disabled)");
-    m_transcript.push_back(shown);
+    m_transcript.push_back(L"menu");
+    Describe(*items, L"  ", m_transcript);
     if (m_choices.empty())
     {
         m_transcript.push_back(L"  -> dismissed");

@@ -33,6 +33,29 @@ bool CanRename(const IOrbObject* object)
     return object && object->GetObjectType() != OrbObjectType_Platform && !IsTopWorkUnit(object);
 }
 
+bool CanImportAudio(const IOrbObject* object)
+{
+    if (!object)
+        return false;
+    switch (object->GetObjectType())
+    {
+    case OrbObjectType_WorkUnit:
+    case OrbObjectType_Folder:
+    case OrbObjectType_ActorMixer:
+    case OrbObjectType_Container:
+    case OrbObjectType_SwitchContainer:
+    case OrbObjectType_BlendContainer:
+    case OrbObjectType_Sound:
+    case OrbObjectType_MusicSwitchContainer:
+    case OrbObjectType_MusicPlaylistContainer:
+    case OrbObjectType_MusicSegment:
+    case OrbObjectType_MusicTrack:
+        return true;
+    default:
+        return false;
+    }
+}
+
 void RemoveAllChildObjectsFromList(std::vector<PMTreeNode*>& nodes)
 {
     const std::unordered_set<const PMTreeNode*> listed(nodes.begin(), nodes.end());

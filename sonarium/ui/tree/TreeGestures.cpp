@@ -216,8 +216,21 @@ void MultiSelectionTreeCtrl::KeyPress(UINT vk, UINT keys)
     if (!m_hWnd)
         return;
 
-    OpenBatch();
     HTREEITEM focus = GetFocusedItem();
+    if (vk == VK_APPS || (vk == VK_F10 && (keys & MK_SHIFT)))
+    {
+        // The keyboard's context menu opens on the focused row's label, as a right click there.
+        CRect label;
+        if (focus && GetItemRect(focus, &label, TRUE))
+        {
+            CPoint screen(label.left + 1, (label.top + label.bottom) / 2);
+            ClientToScreen(&screen);
+            SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(m_hWnd),
+                        MAKELPARAM(static_cast<WORD>(screen.x), static_cast<WORD>(screen.y)));
+        }
+        return;
+    }
+    OpenBatch();
     if (vk == VK_SPACE && (keys & MK_CONTROL) && focus)
     {
         ChangeSelection(focus, !IsSelected(focus), TVC_BYKEYBOARD);

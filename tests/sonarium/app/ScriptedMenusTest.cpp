@@ -64,6 +64,10 @@ TEST(ScriptedMenus, ChoosesByTheTextsAUserReadsAndSaysWhyAChoiceFails)
         EXPECT_EQ(owner.Show(menus), 0u) << path;
         EXPECT_EQ(menus.TakeFailure(), why);
     }
-    EXPECT_EQ(menus.Transcript().front(), L"menu: Delete | Delete New Child >");
+    const std::vector<std::wstring> shown(menus.Transcript().begin(), menus.Transcript().begin() + 8);
+    const std::vector<std::wstring> expected{L"menu",          L"  Delete  [Del]",      L"  -",
+                                             L"  Delete",      L"  New Child >",        L"    Sound SFX",
+                                             L"    Music Track (disabled)", L"  -> dismissed"};
+    EXPECT_EQ(shown, expected) << "one entry per line, the submenu's indented below it";
     EXPECT_EQ(menus.Transcript().back(), L"  -> dismissed (menu entry \"New Child\" opens a submenu)");
 }

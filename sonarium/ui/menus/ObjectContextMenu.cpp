@@ -1,0 +1,100 @@
+#include "host/ObjectContextMenu.h"
+
+#include "host/HostMessages.h"
+#include "host/OrbObjNotify.h"
+#include "host/StringHelp.h"
+#include "platform/Wnd.h"
+
+#include <memory>
+
+const ObjectContextMenu::MenuItem ObjectContextMenu::k_separator{CStdStr<wchar_t>(), false, false, 0, 0, ROString(),
+                                                                 nullptr};
+
+namespace
+{
+// Whether the owner takes a clipboard command now: the owner answers the host's "can" message.
+bool OwnerAllows(CWnd* owner, UINT canMessage)
+{
+    return owner && owner->SendMessage(canMessage) == HostMessages::Allowed;
+}
+
+void AppendHostEntries(CMenu& menu, CWnd* owner, const std::vector<IOrbObject*>& objects, unsigned long options)
+{
+    using O = ObjectContextMenu;
+    auto append = [&](unsigned long option, uint32_t id, const wchar_t* text, bool enabled)
+    {
+        if (options & option)
+            menu.AppendMenu(MF_STRING | (enabled ? 0u : MF_GRAYED), id, StringHelp::Localize(text).c_str());
+    };
+    if (menu.GetMenuItemCount() > 0 && (options & (O::Option_Inspect | O::Option_Cut | O::Option_Copy | O::Option_Paste)))
+        menu.AppendMenu(MF_SEPARATOR);
+    append(O::Option_Inspect, O::Command_Inspect, L"Inspect", !objects.empty());
+    append(O::Option_Cut, O::Command_Cut, L"Cut\tCtrl+X", OwnerAllows(owner, HostMessages::CanCut));
+    append(O::Option_Copy, O::Command_Copy, L"Copy\tCtrl+C", OwnerAllows(owner, HostMessages::CanCopy));
+    append(O::Option_Paste, O::Command_Paste, L"Paste\tCtrl+V", OwnerAllows(owner, HostMessages::CanPaste));
+}
+
+void RunHostEntry(uint32_t id, CWnd* owner, const std::vector<IOrbObject*>& objects)
+{
+    using O = ObjectContextMenu;
+    switch (id)
+    {
+    case O::Command_Inspect:
+        OrbObjNotify::FireInspectNotification(objects, 0, 0, true, NotifyHelper::InspectTab_Default, false, false,
+                                              true, owner ? owner->GetSafeHwnd() : nullptr);
+        break;
+    case O::Command_Cut:
+        owner->SendMessage(WM_CUT);
+        break;
+    case O::Command_Copy:
+        owner->SendMessage(WM_COPY);
+        break;
+    case O::Command_Paste:
+        owner->SendMessage(WM_PASTE);
+        break;
+    default:
+        break;
+    }
+}
+} // namespace
+
+uint32_t ObjectContextMenu::DoMenu(CWnd* owner, const std::vector<IOrbObject*>& objects, unsigned long options,
+                                   const std::vector<MenuItem>& items, const std::vector<RadioCheck>& radios)
+{
+    CxCMenu menu;
+    menu.CreatePopupMenu();
+    for (const MenuItem& item : items)
+    {
+        if (item.kind == 0)
+        {
+            menu.AppendMenu(MF_SEPARATOR);
+            continue;
+        }
+        UINT flags = item.enabled ? MF_STRING : (MF_STRING | MF_GRAYED);
+        if (item.checked)
+            flags |= MF_CHECKED;
+        if (item.submenu)
+            // The submenu stays its caller's: the entry only points at it.
+            menu.AppendMenu(flags | MF_POPUP, reinterpret_cast<UINT_PTR>(item.submenu->GetSafeHmenu()),
+                            item.text.c_str());
+        else
+            menu.AppendMenu(flags, item.id, item.text.c_str());
+    }
+    for (const RadioCheck& radio : radios)
+        menu.CheckMenuRadioItem(radio.first, radio.last, radio.check, MF_BYCOMMAND);
+    AppendHostEntries(menu, owner, objects, options);
+
+    const UINT_PTR chosen = menu.TrackPopupMenu(TPM_RETURNCMD | TPM_RIGHTBUTTON, 0, 0, owner);
+    // The submenus belong to the caller: take them out before this menu is destroyed.
+    for (int position = static_cast<int>(menu.GetMenuItemCount()) - 1; position >= 0; --position)
+        if (menu.GetSubMenu(position))
+            menu.RemoveMenu(static_cast<UINT>(position), MF_BYPOSITION);
+
+    const auto id = static_cast<uint32_t>(chosen);
+    if (id >= Command_Inspect && id <= Command_OpenContainingFolder)
+    {
+        RunHostEntry(id, owner, objects);
+        return id;
+    }
+    return id;
+}
