@@ -154,6 +154,9 @@ public:
     void OnAudioFileImporter();
     void OnImportSoundbankDefinition();
 
+    // The cut rule over a list of nodes as given: 1 allowed, 2 not.
+    LRESULT CanCut(const std::vector<PMTreeNode*>& nodes);
+
     PETreeCtrl& GetTreeCtrl() { return m_tree; }
     ObjectToolbar& GetObjectToolbar() { return m_toolbar; }
 
@@ -217,6 +220,11 @@ private:
     void CreateWithPreset(UINT id, uint32_t kind, const wchar_t* undoName,
                           const std::function<bool(PMTreeNode::NodeType, GUID*)>& create);
     void RefreshItemNameWithGUID(GUID const& id);
+    // The clipboard commands: the selection without nodes below other selected nodes, the
+    // objects of every selected node, and the store of the nodes' objects.
+    void GetClipboardSelection(std::vector<PMTreeNode*>& nodes);
+    void GetPasteTargets(std::vector<IOrbObject*>& targets);
+    void CopyToClipboard(const std::vector<PMTreeNode*>& nodes, bool cut);
     void InvalidateTree();
 
     PETreeCtrl m_tree;
