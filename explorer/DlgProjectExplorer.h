@@ -154,6 +154,12 @@ public:
     void OnAudioFileImporter();
     void OnImportSoundbankDefinition();
 
+    // Drops on the tree: objects under the node hit (point in the tree's client coordinates),
+    // and audio files imported under the object of that GUID (GUID_NULL: a category's root).
+    DROPEFFECT DropObjects(PMTreeNode* node, COleDataObject* data, DROPEFFECT dropDefault, DROPEFFECT dropList,
+                           CPoint point, bool rightDrag);
+    bool DropAudioFiles(const GUID& target, const std::vector<CStdStr<wchar_t>>& files, DWORD keyState);
+
     // The cut rule over a list of nodes as given: 1 allowed, 2 not.
     LRESULT CanCut(const std::vector<PMTreeNode*>& nodes);
 
@@ -210,6 +216,9 @@ protected:
     void OnClipboardNotification(CNotifyItemBase* item);
 
 private:
+    // The drop target reads which categories the view shows.
+    friend class PEDropTarget;
+
     bool IsUILocked() const;
     bool IsEditingLabel();
     bool IsSingleItemSelected() const;
