@@ -239,3 +239,29 @@ TEST_F(ClipboardDragDropTest, FilesThatAreNotAudioAndControlWithAltAreRefused)
     }
     EXPECT_EQ(ChildNames(kAmbience), (std::vector<std::wstring>{L"Rain", L"Thunder"}));
 }
+
+TEST_F(ClipboardDragDropTest, HoveringNearAnEdgeStartsOneScrollTimerThatLeavingStops)
+{
+    COleDataSource* source = new COleDataSource;
+    source->CacheGlobalData(CF_HDROP, MakeDropFiles({L"/nowhere.wav"}));
+    {
+        DragSession drag(*source, DROPEFFECT_COPY);
+        CRect client;
+        m_view->GetTreeCtrl().GetClientRect(&client);
+        drag.MoveTo(m_view->GetTreeCtrl().GetSafeHwnd(), CPoint(client.left + 40, client.top + 16), MK_LBUTTON);
+        EXPECT_EQ(CScrollTreeDropTarget::m_idScrollTimer, 0u);
+        drag.MoveTo(m_view->GetTreeCtrl().GetSafeHwnd(), CPoint(client.left + 40, client.top + 14), MK_LBUTTON);
+        const UINT_PTR timer = CScrollTreeDropTarget::m_idScrollTimer;
+        EXPECT_NE(timer, 0u);
+        EXPECT_EQ(CScrollTreeDropTarget::m_ivScrollDir, -1);
+        drag.MoveTo(m_view->GetTreeCtrl().GetSafeHwnd(), CPoint(client.left + 40, client.bottom - 14), MK_LBUTTON);
+        EXPECT_EQ(CScrollTreeDropTarget::m_idScrollTimer, timer);
+        EXPECT_EQ(CScrollTreeDropTarget::m_ivScrollDir, 1);
+        drag.MoveTo(m_view->GetTreeCtrl().GetSafeHwnd(), CPoint(client.left + 40, client.top + 40), MK_LBUTTON);
+        EXPECT_EQ(CScrollTreeDropTarget::m_idScrollTimer, timer);
+        EXPECT_EQ(CScrollTreeDropTarget::m_ivScrollDir, 0);
+        drag.Cancel();
+    }
+    source->InternalRelease();
+    EXPECT_EQ(CScrollTreeDropTarget::m_idScrollTimer, 0u);
+}
