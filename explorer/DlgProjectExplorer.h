@@ -156,6 +156,15 @@ public:
     void OnAudioFileImporter();
     void OnImportSoundbankDefinition();
 
+    // Drops on the tree: objects under the node hit (point in the tree's client coordinates),
+    // and audio files imported under the object of that GUID (GUID_NULL: a category's root).
+    DROPEFFECT DropObjects(PMTreeNode* node, COleDataObject* data, DROPEFFECT dropDefault, DROPEFFECT dropList,
+                           CPoint point, bool rightDrag);
+    bool DropAudioFiles(const GUID& target, const std::vector<CStdStr<wchar_t>>& files, DWORD keyState);
+
+    // The cut rule over a list of nodes as given: 1 allowed, 2 not.
+    LRESULT CanCut(const std::vector<PMTreeNode*>& nodes);
+
     PETreeCtrl& GetTreeCtrl() { return m_tree; }
     ObjectToolbar& GetObjectToolbar() { return m_toolbar; }
 
@@ -209,6 +218,9 @@ protected:
     void OnClipboardNotification(CNotifyItemBase* item);
 
 private:
+    // The drop target reads which categories the view shows.
+    friend class PEDropTarget;
+
     bool IsUILocked() const;
     bool IsEditingLabel();
     bool IsSingleItemSelected() const;
@@ -219,6 +231,11 @@ private:
     void CreateWithPreset(UINT id, uint32_t kind, const wchar_t* undoName,
                           const std::function<bool(PMTreeNode::NodeType, GUID*)>& create);
     void RefreshItemNameWithGUID(GUID const& id);
+    // The clipboard commands: the selection without nodes below other selected nodes, the
+    // objects of every selected node, and the store of the nodes' objects.
+    void GetClipboardSelection(std::vector<PMTreeNode*>& nodes);
+    void GetPasteTargets(std::vector<IOrbObject*>& targets);
+    void CopyToClipboard(const std::vector<PMTreeNode*>& nodes, bool cut);
     void InvalidateTree();
 
     PETreeCtrl m_tree;

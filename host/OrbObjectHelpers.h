@@ -12,6 +12,14 @@ class PMTreeNode;
 
 namespace OrbObjectHelpers
 {
+// What a paste or a drop does with the objects it carries.
+enum ObjectsOperation
+{
+    Move = 0, // the objects leave their parents and keep their GUIDs
+    Copy = 1, // new objects with new GUIDs and unique names
+    Link = 2, // the target refers to the objects (a drop only)
+};
+
 bool CanDelete(const IOrbObject* object);
 bool CanRename(const IOrbObject* object);
 // Whether audio files may be imported into the object: it holds sounds or music tracks.

@@ -334,7 +334,7 @@ bool ScriptRunner::Print(Words const& words, std::wstring& error)
     static const std::map<std::wstring, size_t> k_mostWords = {
         {L"tree", 3},  {L"selection", 3}, {L"notifications", 2}, {L"dialogs", 2},
         {L"menus", 2}, {L"drops", 2},     {L"inspector", 2},     {L"edit-menu", 2},
-        {L"toolbar", 3}, {L"object", 3},
+        {L"toolbar", 3}, {L"object", 3}, {L"clipboard", 2},
     };
     if (!TooManyWords(words, k_mostWords, what, error))
         return false;
@@ -351,6 +351,8 @@ bool ScriptRunner::Print(Words const& words, std::wstring& error)
     }
     if (what == L"toolbar")
         return PrintToolbar(words, error);
+    if (what == L"clipboard")
+        return PrintClipboard();
     if (what == L"object")
         return PrintObject(words, error);
     if (what == L"notifications")
@@ -384,6 +386,6 @@ bool ScriptRunner::Print(Words const& words, std::wstring& error)
     }
     return Fail(error,
                 L"usage: print tree [PANE] | selection [PANE] | notifications | dialogs | menus | drops | "
-                L"toolbar [PANE] | object PATH | inspector | edit-menu");
+                L"toolbar [PANE] | object PATH | inspector | edit-menu | clipboard");
 }
 } // namespace sn
