@@ -1,5 +1,6 @@
 #include "sonarium/qt/MainWindow.h"
 
+#include "host/Utf8.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/qt/DesktopSettings.h"
 #include "sonarium/qt/InspectorWidget.h"
@@ -238,7 +239,12 @@ bool MainWindow::OpenProject(std::filesystem::path const& path)
     UpdateTitle();
     const QString name = ToQt(path.wstring());
     if (opened)
-        statusBar()->showMessage(tr("Opened %1 (%2 work units read)").arg(name).arg(progress.Total()));
+    {
+        // Opened read-only, the status says why along with what was read.
+        const std::string& readOnly = m_session.ReadOnlyReason();
+        statusBar()->showMessage(tr("Opened %1 (%2 work units read)").arg(name).arg(progress.Total()) +
+                                 (readOnly.empty() ? QString() : QStringLiteral(": ") + ToQt(Utf8::ToWide(readOnly))));
+    }
     else
         statusBar()->showMessage(progress.Cancelled() ? tr("Opening %1 was cancelled").arg(name) : tr("Not opened"));
     ShowReadOnly();

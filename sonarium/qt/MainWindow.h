@@ -85,7 +85,8 @@ private:
     // MainWindowReports.cpp: what the host tells the user outside its own dialogs.
     void WatchHostReports();
     void ShowPreferenceProblem(std::wstring const& problem);
-    // A project another instance holds: said in the title and the status bar for as long as it is open.
+    // A project another instance holds: said in the title and by a label in the status bar for as long as
+    // it is open (the label's tooltip gives the holder).
     void ShowReadOnly();
     // WindowState.cpp
     // Gives the splitter the user's sizes for the widgets it holds now.

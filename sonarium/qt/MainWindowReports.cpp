@@ -71,6 +71,5 @@ void MainWindow::ShowReadOnly()
     }
     m_readOnly->setToolTip(ToQt(Utf8::ToWide(reason)));
     m_readOnly->show();
-    statusBar()->showMessage(ToQt(Utf8::ToWide(reason)));
 }
 } // namespace sn::qt
