@@ -236,7 +236,6 @@ bool MainWindow::OpenProject(std::filesystem::path const& path)
     BuildPanes();
     FillSelectors();
     RefreshFromRecorder();
-    UpdateTitle();
     const QString name = ToQt(path.wstring());
     if (opened)
     {
@@ -283,7 +282,6 @@ void MainWindow::CloseProject()
     BuildPanes();
     FillSelectors();
     RefreshFromRecorder();
-    UpdateTitle();
     statusBar()->showMessage(tr("No project"));
     ShowReadOnly();
 }

@@ -94,6 +94,7 @@ private:
     void RememberSplitter();
     // The platform chosen last in the open project, when it still has it.
     void RestorePlatform();
+    // The open project's name, marked when it is read-only.
     void UpdateTitle();
 
     AppSession& m_session;

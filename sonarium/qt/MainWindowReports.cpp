@@ -53,11 +53,7 @@ void MainWindow::ShowPreferenceProblem(std::wstring const& problem)
 void MainWindow::ShowReadOnly()
 {
     const std::string& reason = m_session.ReadOnlyReason();
-    Project* project = m_session.GetProject();
-    const QString name = project ? ToQt(std::wstring(project->GetName().c_str())) : QString();
-    setWindowTitle(name.isEmpty() ? tr("Sonarium")
-                   : reason.empty() ? tr("%1 - Sonarium").arg(name)
-                                    : tr("%1 [read-only] - Sonarium").arg(name));
+    UpdateTitle();
     if (reason.empty())
     {
         if (m_readOnly)

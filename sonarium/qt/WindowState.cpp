@@ -94,8 +94,10 @@ void MainWindow::RestorePlatform()
 void MainWindow::UpdateTitle()
 {
     Project* project = m_session.GetProject();
-    setWindowTitle(project ? tr("%1 - Sonarium").arg(ToQt(std::wstring(project->GetName().c_str())))
-                           : tr("Sonarium"));
+    const QString name = project ? ToQt(std::wstring(project->GetName().c_str())) : QString();
+    setWindowTitle(name.isEmpty()                         ? tr("Sonarium")
+                   : m_session.ReadOnlyReason().empty() ? tr("%1 - Sonarium").arg(name)
+                                                          : tr("%1 [read-only] - Sonarium").arg(name));
 }
 
 void MainWindow::OpenStartProject(std::filesystem::path const& given, std::filesystem::path const& fallback)

@@ -48,6 +48,18 @@ ProjectObject* ScriptRunner::ObjectAt(std::wstring const& path, std::wstring& er
     return object;
 }
 
+ProjectObject* ScriptRunner::ObjectAt(std::wstring const& path, bool (*is)(ProjectObject const*), wchar_t const* kind,
+                                      std::wstring& error)
+{
+    ProjectObject* object = ObjectAt(path, error);
+    if (object && !is(object))
+    {
+        Fail(error, L"\"" + path + L"\" is not " + kind);
+        return nullptr;
+    }
+    return object;
+}
+
 void ScriptRunner::AddAudioStateCommands()
 {
     // "host conversion-override" and "host conversion-use": OBJECT yes|no.
@@ -74,11 +86,9 @@ void ScriptRunner::AddAudioStateCommands()
              {
                  if (!WordCount(words, 5, 5, L"host voice-language VOICE LANGUAGE include|exclude", error))
                      return false;
-                 ProjectObject* voice = ObjectAt(words[2], error);
+                 ProjectObject* voice = ObjectAt(words[2], &voices::IsVoice, L"a voice", error);
                  if (!voice)
                      return false;
-                 if (!voices::IsVoice(voice))
-                     return Fail(error, L"\"" + words[2] + L"\" is not a voice");
                  Language const* language = LanguageNamed(*voice->GetProject(), words[3]);
                  if (!language)
                      return Fail(error, L"the project has no language named \"" + words[3] + L"\"");
@@ -153,11 +163,9 @@ void ScriptRunner::AddAudioStateCommands()
              {
                  if (!WordCount(words, 3, 3, L"print languages VOICE", error))
                      return false;
-                 ProjectObject* voice = ObjectAt(words[2], error);
+                 ProjectObject* voice = ObjectAt(words[2], &voices::IsVoice, L"a voice", error);
                  if (!voice)
                      return false;
-                 if (!voices::IsVoice(voice))
-                     return Fail(error, L"\"" + words[2] + L"\" is not a voice");
                  m_out << L"languages " << ObjectPath(voice) << L"\n";
                  for (Language const& language : voice->GetProject()->Languages())
                      m_out << L"  " << language.name.c_str()

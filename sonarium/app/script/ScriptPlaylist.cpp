@@ -18,11 +18,10 @@ void ScriptRunner::AddPlaylistCommands()
              {
                  if (!WordCount(words, 5, 5, L"host playlist-sequence CONTAINER NAME in-order|random", error))
                      return false;
-                 ProjectObject* container = ObjectAt(words[2], error);
+                 ProjectObject* container =
+                     ObjectAt(words[2], &playlist::IsPlaylistContainer, L"a music playlist container", error);
                  if (!container)
                      return false;
-                 if (!playlist::IsPlaylistContainer(container))
-                     return Fail(error, L"\"" + words[2] + L"\" is not a music playlist container");
                  if (words[4] != L"in-order" && words[4] != L"random")
                      return Fail(error, L"\"" + words[4] + L"\" is neither in-order nor random");
                  return playlist::AddSequence(container, words[3].c_str(),
@@ -65,11 +64,10 @@ void ScriptRunner::AddPlaylistCommands()
              {
                  if (!WordCount(words, 3, 3, L"print playlist CONTAINER", error))
                      return false;
-                 ProjectObject* container = ObjectAt(words[2], error);
+                 ProjectObject* container =
+                     ObjectAt(words[2], &playlist::IsPlaylistContainer, L"a music playlist container", error);
                  if (!container)
                      return false;
-                 if (!playlist::IsPlaylistContainer(container))
-                     return Fail(error, L"\"" + words[2] + L"\" is not a music playlist container");
                  m_out << L"playlist " << ObjectPath(container) << L"\n";
                  for (ProjectObject* sequence : playlist::Sequences(container))
                  {

@@ -45,6 +45,9 @@ private:
     // ScriptPlaylist.cpp: the sequences and items of music playlists.
     void AddPlaylistCommands();
     ProjectObject* ObjectAt(std::wstring const& path, std::wstring& error);
+    // The object at path when it is of the kind `is` tells, else null with "... is not KIND".
+    ProjectObject* ObjectAt(std::wstring const& path, bool (*is)(ProjectObject const*), wchar_t const* kind,
+                            std::wstring& error);
     bool Gesture(Words const& words, std::wstring& error);
     bool Key(Words const& words, std::wstring& error);
     bool Answer(Words const& words, std::wstring& error);

@@ -148,10 +148,7 @@ std::vector<ObjectFact> ObjectFacts(const Project& project, const ProjectObject&
             add(L"part", L"Part", PartLine(project, *child));
     for (const auto& [key, value] : object.Properties())
         if (!ShownApart().count(key) && !IsActiveSourceKey(key))
-        {
-            const std::wstring wideKey = Utf8::ToWide(key);
-            facts.push_back({L"property", wideKey, wideKey + L" = " + ValueText(project, value)});
-        }
+            facts.push_back({L"property", Utf8::ToWide(key), ValueText(project, value)});
     add(L"inclusion", L"Inclusion", InclusionLine(project, object));
     for (const Platform& platform : project.Platforms())
         add(L"platform", L"Platform", PlatformLine(object, platform));
@@ -162,7 +159,7 @@ std::vector<std::wstring> ObjectLines(const Project& project, const ProjectObjec
 {
     std::vector<std::wstring> lines;
     for (const ObjectFact& fact : ObjectFacts(project, object))
-        lines.push_back(fact.word + L" " + fact.text);
+        lines.push_back(fact.word + L" " + (fact.word == L"property" ? fact.label + L" = " : L"") + fact.text);
     return lines;
 }
 } // namespace sn

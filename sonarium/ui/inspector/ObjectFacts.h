@@ -26,10 +26,10 @@ struct ObjectFact
 {
     std::wstring word;  // what the fact is about: "type", "source", "property"...
     std::wstring label; // the inspector's label ("Source", or a property's key)
-    std::wstring text;  // the rest of the printed line
+    std::wstring text;  // the rest of the printed line; a property's value alone
 };
 
 std::vector<ObjectFact> ObjectFacts(const Project& project, const ProjectObject& object);
-// "word text", one line per fact.
+// "word text", one line per fact ("property KEY = VALUE" for a property).
 std::vector<std::wstring> ObjectLines(const Project& project, const ProjectObject& object);
 } // namespace sn

@@ -24,8 +24,7 @@ void Rows(ProjectObject const& object, InspectorRowSink& rows)
         {
             // Notes have an editable row of their own.
             if (fact.label != L"Notes")
-                rows.Add("property:" + Utf8::FromWide(fact.label), fact.label,
-                         fact.text.substr(fact.label.size() + 3));
+                rows.Add("property:" + Utf8::FromWide(fact.label), fact.label, fact.text);
         }
         else if (fact.word == L"plug-in")
             rows.Add("plug-in", fact.label, fact.text);

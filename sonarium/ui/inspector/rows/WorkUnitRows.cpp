@@ -31,7 +31,10 @@ void Rows(ProjectObject const& object, InspectorRowSink& rows)
     if (unit != &object)
         rows.Add("work-unit", L"Work Unit", unit->GetName().c_str());
     if (!unit->IsFile())
-        return rows.Add("file", L"File", L"(kept in the project file)");
+    {
+        rows.Add("file", L"File", L"(kept in the project file)");
+        return;
+    }
     rows.Add("file", L"File", FileOf(*unit));
     // A unit whose objects are not in memory says so, and for a file that failed to load, what is
     // wrong with it.
