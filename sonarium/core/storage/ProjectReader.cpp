@@ -236,7 +236,15 @@ fs::path FindProjectFile(const fs::path& path, StorageProblems& problems)
 {
     std::error_code ec;
     if (!fs::is_directory(path, ec))
+    {
+        // Any other file (a work unit's, a text) would only show as a JSON error or a wrong format.
+        if (fs::exists(fs::symlink_status(path, ec)) && path.extension() != kProjectFileExtension)
+        {
+            problems.push_back({path, std::string("is not a project file (*") + kProjectFileExtension + ")"});
+            return {};
+        }
         return path;
+    }
     std::vector<fs::path> found;
     for (const fs::directory_entry& entry : fs::directory_iterator(path, ec))
         if (entry.path().extension() == kProjectFileExtension)
