@@ -36,6 +36,9 @@ Json ReadDocument(const fs::path& path, const char* format, FileIO::FileStamp* s
     std::error_code ec;
     if (!fs::exists(path, ec))
     {
+        // Not there for a reason of its own (a symbolic link that loops, a folder that cannot be entered).
+        if (ec)
+            throw FormatError(ec.message());
         // A folder of the path that has become a file hides the file rather than losing it.
         const std::string obstacle = FileIO::ObstacleTo(path);
         throw FormatError(obstacle.empty() ? "file not found" : obstacle);
