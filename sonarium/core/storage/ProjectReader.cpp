@@ -254,6 +254,8 @@ fs::path FindProjectFile(const fs::path& path, StorageProblems& problems)
             found.push_back(entry.path());
     if (ec)
         problems.push_back({path, ec.message()});
+    else if (found.empty() && path.extension() == kProjectFileExtension)
+        problems.push_back({path, "is a folder, not a file"}); // a project file that has become a folder
     else if (found.empty())
         problems.push_back(
             {path, std::string("no project file (*") + kProjectFileExtension + ") in the folder"});
