@@ -27,8 +27,7 @@ public:
         if (!holds)
             m_text += what + "\n";
     }
-    template <class A, class B>
-    void Equal(const A& actual, const B& expected, const std::string& what)
+    template <class A, class B> void Equal(const A& actual, const B& expected, const std::string& what)
     {
         if (!(actual == expected))
             m_text += what + ": got \"" + Text(actual) + "\", expected \"" + Text(expected) + "\"\n";
@@ -44,11 +43,7 @@ private:
             text += (text.empty() ? "" : ", ") + std::string(value.begin(), value.end());
         return text;
     }
-    template <class T>
-    static std::string Text(const T& value)
-    {
-        return std::to_string(value);
-    }
+    template <class T> static std::string Text(const T& value) { return std::to_string(value); }
     std::string m_text;
 };
 
@@ -122,6 +117,7 @@ inline bool BecomeOrdinaryUser(const std::filesystem::path& folder)
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder, ec))
         if (::lchown(entry.path().c_str(), kNobody, kNobody) != 0)
             return false;
-    return ::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0 && ::geteuid() != 0;
+    return ::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0 &&
+           ::geteuid() != 0;
 }
 } // namespace child

@@ -27,7 +27,8 @@ std::optional<std::string> FromHex(std::string_view hex)
 
 std::string ValueProblem(const nlohmann::json& entry)
 {
-    if (!entry.is_object() || !entry.contains("type") || !entry.contains("value") || !entry["type"].is_string())
+    if (!entry.is_object() || !entry.contains("type") || !entry.contains("value") ||
+        !entry["type"].is_string())
         return "not an entry with a type and a value";
     const std::string& type = entry["type"].get_ref<const std::string&>();
     const nlohmann::json& value = entry["value"];
@@ -46,7 +47,8 @@ std::string ValueProblem(const nlohmann::json& entry)
     else if (type == "integer")
     {
         if (!value.is_number_integer() ||
-            (value.is_number_unsigned() && value.get<unsigned long long>() > static_cast<unsigned long long>(LLONG_MAX)))
+            (value.is_number_unsigned() &&
+             value.get<unsigned long long>() > static_cast<unsigned long long>(LLONG_MAX)))
             return "not a whole number of at most 64 bits";
     }
     else if (type == "string" && !value.is_string())

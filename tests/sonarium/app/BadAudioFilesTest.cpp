@@ -89,25 +89,37 @@ TEST_F(BadAudioFiles, ADropOfThemIsRefusedAndImportsNothing)
         Run(L"print drops");
         // Alone, or with a good file: one bad file refuses the whole drop, with or without keys.
         for (const wchar_t* keys : {L"", L" ctrl", L" alt", L" shift"})
-            EXPECT_EQ(Run(L"drop AudioObjects/World/Props \"" + File(name) + L"\" \"" + File("good.wav") + L"\"" + keys),
+            EXPECT_EQ(Run(L"drop AudioObjects/World/Props \"" + File(name) + L"\" \"" + File("good.wav") +
+                          L"\"" + keys),
                       L"");
         const std::wstring drops = Run(L"print drops");
         EXPECT_EQ(drops.find(L": copy"), std::wstring::npos) << drops;
         EXPECT_EQ(Run(L"print dialogs"), L"dialogs\n");
         ExpectNothingChanged();
     }
-    EXPECT_EQ(Run(L"drop below \"" + File("missing.wav") + L"\""), L"error: no file at \"" + File("missing.wav") + L"\"");
+    EXPECT_EQ(Run(L"drop below \"" + File("missing.wav") + L"\""),
+              L"error: no file at \"" + File("missing.wav") + L"\"");
 }
 
 TEST_F(BadAudioFiles, TheImporterNamesEachWithWhatIsWrong)
 {
-    EXPECT_EQ(Imported({"notes.wav", "truncated.wav", "empty.wav", "folder.wav", "missing.wav"}),
-              L"  importer destination=\"AudioObjects/World/Props\" -> Import sfx\n"
-              L"    \"" + File("notes.wav") + L"\" this is not an audio file that can be read (Format not recognised.)\n"
-              L"    \"" + File("truncated.wav") + L"\" this is not an audio file that can be read (Error in WAV file. No 'data' chunk marker.)\n"
-              L"    \"" + File("empty.wav") + L"\" the file is empty\n"
-              L"    \"" + File("folder.wav") + L"\" this is a folder, not an audio file\n"
-              L"    \"" + File("missing.wav") + L"\" there is no such file\n");
+    EXPECT_EQ(
+        Imported({"notes.wav", "truncated.wav", "empty.wav", "folder.wav", "missing.wav"}),
+        L"  importer destination=\"AudioObjects/World/Props\" -> Import sfx\n"
+        L"    \"" +
+            File("notes.wav") +
+            L"\" this is not an audio file that can be read (Format not recognised.)\n"
+            L"    \"" +
+            File("truncated.wav") +
+            L"\" this is not an audio file that can be read (Error in WAV file. No 'data' chunk marker.)\n"
+            L"    \"" +
+            File("empty.wav") +
+            L"\" the file is empty\n"
+            L"    \"" +
+            File("folder.wav") +
+            L"\" this is a folder, not an audio file\n"
+            L"    \"" +
+            File("missing.wav") + L"\" there is no such file\n");
     ExpectNothingChanged();
 }
 

@@ -46,7 +46,10 @@ protected:
 
     fs::path Project() const { return m_folder.Path() / "Demo"; }
 
-    void ExpectProjectUnchanged() const { EXPECT_EQ(disk::Changes(m_before, disk::ChecksumsOf(Project())), ""); }
+    void ExpectProjectUnchanged() const
+    {
+        EXPECT_EQ(disk::Changes(m_before, disk::ChecksumsOf(Project())), "");
+    }
 
     disk::TempFolder m_folder;
     disk::SampleCopy m_sample;
@@ -61,15 +64,16 @@ TEST_F(CommandLine, EachMistakeIsNamedWithTheUsageAndStatus2)
     fs::create_directory(m_folder.Path() / "scripts");
     const std::pair<std::string, std::string> cases[] = {
         {"--frobnicate", "sonarium: unknown option --frobnicate\n" + usage},
-        {"-x Demo", "sonarium: unknown option -x (a project whose name begins with - is given as ./-x)\n" + usage},
+        {"-x Demo",
+         "sonarium: unknown option -x (a project whose name begins with - is given as ./-x)\n" + usage},
         {"Demo --script", "sonarium: --script needs a file name, or - for standard input\n" + usage},
         {"Demo --settings", "sonarium: --settings needs a folder\n" + usage},
         {"Demo --script ''", "sonarium: --script needs a file name, or - for standard input\n" + usage},
         {"Demo Demo/Demo.sonproj", "sonarium: only one project can be opened: Demo/Demo.sonproj\n" + usage},
         {"Missing --script ok.sonscript",
          "sonarium: Missing: file not found\nsonarium: cannot open the project Missing\n"},
-        {"notes.txt --script ok.sonscript",
-         "sonarium: notes.txt: is not a project file (*.sonproj)\nsonarium: cannot open the project notes.txt\n"},
+        {"notes.txt --script ok.sonscript", "sonarium: notes.txt: is not a project file "
+                                            "(*.sonproj)\nsonarium: cannot open the project notes.txt\n"},
         {"Demo/Busses/Mixing.swu --script ok.sonscript",
          "sonarium: Demo/Busses/Mixing.swu: is not a project file (*.sonproj)\n"
          "sonarium: cannot open the project Demo/Busses/Mixing.swu\n"},

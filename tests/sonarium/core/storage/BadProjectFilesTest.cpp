@@ -50,7 +50,8 @@ void Rewrite(const fs::path& file, const std::function<std::string(std::string)>
 
 std::function<void(const fs::path&)> Replacing(std::string from, std::string to)
 {
-    return [=](const fs::path& file) { Rewrite(file, [&](std::string text) { return Replaced(text, from, to); }); };
+    return [=](const fs::path& file)
+    { Rewrite(file, [&](std::string text) { return Replaced(text, from, to); }); };
 }
 
 // Rows both kinds of file share: the bytes themselves, and what stands in the file's place.
@@ -58,8 +59,13 @@ std::vector<BadFile> CommonRows()
 {
     return {
         {"empty", [](const fs::path& file) { disk::Spit(file, " \n"); }, "the file is empty"},
-        {"truncated", [](const fs::path& file) { Rewrite(file, [](std::string text) { return text.substr(0, text.find("\"version\": 1,") + 14); }); },
-         "line 4, column 1: syntax error while parsing object key - unexpected end of input; expected string literal"},
+        {"truncated",
+         [](const fs::path& file) {
+             Rewrite(file,
+                     [](std::string text) { return text.substr(0, text.find("\"version\": 1,") + 14); });
+         },
+         "line 4, column 1: syntax error while parsing object key - unexpected end of input; expected string "
+         "literal"},
         {"invalid UTF-8", Replacing("\"version\": 1,", "\"version\": 1, \"x\": \"\xC3\x28\","),
          "line 3: bytes that are not UTF-8 are read as U+FFFD", true},
         {"NUL byte", Replacing("\"version\": 1,", std::string("\"version\": 1,\0", 14)),
@@ -69,7 +75,13 @@ std::vector<BadFile> CommonRows()
         {"wrong top type", [](const fs::path& file) { disk::Spit(file, "[1, 2, 3]"); },
          "the file does not hold a JSON object"},
         {"missing", [](const fs::path& file) { fs::remove(file); }, "file not found"},
-        {"a folder", [](const fs::path& file) { fs::remove(file); fs::create_directory(file); }, "is a folder, not a file"},
+        {"a folder",
+         [](const fs::path& file)
+         {
+             fs::remove(file);
+             fs::create_directory(file);
+         },
+         "is a folder, not a file"},
         {"symlink loop",
          [](const fs::path& file)
          {
@@ -88,16 +100,22 @@ TEST(BadProjectFiles, AWorkUnitFileOpensEmptyAndIsNeverWrittenOver)
         {"wrong type of children", Replacing("\"children\": [", "\"children\": 7, \"x\": ["),
          "key \"children\" must be an array"},
         {"missing id", Replacing(std::string("\"id\": \"") + kPropsId + "\",", ""), "missing key \"id\""},
-        {"unknown object type", Replacing("\"type\": \"ActorMixer\"", "\"type\": \"Gizmo\""), "unknown type key \"Gizmo\""},
+        {"unknown object type", Replacing("\"type\": \"ActorMixer\"", "\"type\": \"Gizmo\""),
+         "unknown type key \"Gizmo\""},
         {"illegal parent type", Replacing("\"type\": \"RandomContainer\"", "\"type\": \"Bus\""),
-         "\"Bus\" {29B65822-C37A-4832-95B4-8CE6B8521EE0} cannot be held by \"ActorMixer\" " + std::string(kExplosionsId)},
-        {"GUID twice in the file", Replacing(kExplosionsId, kPropsMixerId), "duplicate GUID " + std::string(kPropsMixerId)},
+         "\"Bus\" {29B65822-C37A-4832-95B4-8CE6B8521EE0} cannot be held by \"ActorMixer\" " +
+             std::string(kExplosionsId)},
+        {"GUID twice in the file", Replacing(kExplosionsId, kPropsMixerId),
+         "duplicate GUID " + std::string(kPropsMixerId)},
         {"its own ancestor", Replacing(kPropsMixerId, kPropsId), "duplicate GUID " + std::string(kPropsId)},
-        {"GUID of another unit's object", Replacing(kExplosionsId, kWorldFolderId), "duplicate GUID " + std::string(kWorldFolderId)},
-        {"name over 260 characters", Replacing("\"name\": \"Props\",\n      \"color\"", "\"name\": \"" + std::string(300, 'p') + "\",\n      \"color\""),
+        {"GUID of another unit's object", Replacing(kExplosionsId, kWorldFolderId),
+         "duplicate GUID " + std::string(kWorldFolderId)},
+        {"name over 260 characters",
+         Replacing("\"name\": \"Props\",\n      \"color\"",
+                   "\"name\": \"" + std::string(300, 'p') + "\",\n      \"color\""),
          "the name of " + std::string(kPropsMixerId) +
-             " was refused (The name has 300 characters; a name has 260 at most.): renamed \"" + std::string(260, 'p') +
-             "\"",
+             " was refused (The name has 300 characters; a name has 260 at most.): renamed \"" +
+             std::string(260, 'p') + "\"",
          true},
     };
     rows.insert(rows.end(), own.begin(), own.end());
@@ -119,7 +137,8 @@ TEST(BadProjectFiles, AWorkUnitFileOpensEmptyAndIsNeverWrittenOver)
         EXPECT_EQ(disk::Changes(before, disk::ChecksumsOf(sample.Path())), "") << "opening changes nothing";
         StorageProblems problems;
         EXPECT_TRUE(SaveProject(*opened.project, problems)) << Problems(problems);
-        EXPECT_EQ(disk::Changes(before, disk::ChecksumsOf(sample.Path())), row.setRight ? "~AudioObjects/World/Props.swu\n" : "");
+        EXPECT_EQ(disk::Changes(before, disk::ChecksumsOf(sample.Path())),
+                  row.setRight ? "~AudioObjects/World/Props.swu\n" : "");
     }
 }
 
@@ -130,21 +149,29 @@ TEST(BadProjectFiles, AProjectFileOpensNothingAndSaysWhy)
         {"wrong type of platforms", Replacing("\"platforms\": [", "\"platforms\": 3, \"x\": ["),
          "key \"platforms\" must be an array"},
         {"missing name", Replacing("\"name\": \"Demo\",", ""), "missing key \"name\""},
-        {"unknown item type", Replacing("\"type\": \"PhysicalFolder\"", "\"type\": \"Attic\""), "unknown type key \"Attic\""},
+        {"unknown item type", Replacing("\"type\": \"PhysicalFolder\"", "\"type\": \"Attic\""),
+         "unknown type key \"Attic\""},
         {"an object outside any unit", Replacing("\"type\": \"WorkUnit\"", "\"type\": \"SoundSFX\""),
          "type \"SoundSFX\" does not belong in the project file"},
         {"a unit inside a unit",
-         Replacing("\"name\": \"Player\"\n", "\"name\": \"Player\", \"children\": [{\"type\": \"WorkUnit\", \"id\": "
-                                            "\"{00000000-0000-0000-0000-000000000001}\", \"name\": \"Inner\"}]\n"),
+         Replacing("\"name\": \"Player\"\n",
+                   "\"name\": \"Player\", \"children\": [{\"type\": \"WorkUnit\", \"id\": "
+                   "\"{00000000-0000-0000-0000-000000000001}\", \"name\": \"Inner\"}]\n"),
          "work unit {08C9C0BB-CBB3-4E94-ACCE-FB80C8878551} lists objects in the project file"},
-        {"its own ancestor", Replacing("\"{CDAF26AF-1A67-4466-AA7F-6E902D4AB122}\"", "\"{367D482B-9652-4BF4-92A6-1F39D665B5D2}\""),
+        {"its own ancestor",
+         Replacing("\"{CDAF26AF-1A67-4466-AA7F-6E902D4AB122}\"",
+                   "\"{367D482B-9652-4BF4-92A6-1F39D665B5D2}\""),
          "duplicate GUID {367D482B-9652-4BF4-92A6-1F39D665B5D2}"},
-        {"two units with one GUID", Replacing("{ABACDBC2-AD25-4023-8220-BE0663CFC801}", "{08C9C0BB-CBB3-4E94-ACCE-FB80C8878551}"),
+        {"two units with one GUID",
+         Replacing("{ABACDBC2-AD25-4023-8220-BE0663CFC801}", "{08C9C0BB-CBB3-4E94-ACCE-FB80C8878551}"),
          "duplicate GUID {08C9C0BB-CBB3-4E94-ACCE-FB80C8878551}"},
-        {"a unit's name over 260 characters", Replacing("\"name\": \"Enemies\"", "\"name\": \"" + std::string(300, 'e') + "\""),
-         "invalid name \"" + std::string(300, 'e') + "\": The name has 300 characters; a name has 260 at most."},
+        {"a unit's name over 260 characters",
+         Replacing("\"name\": \"Enemies\"", "\"name\": \"" + std::string(300, 'e') + "\""),
+         "invalid name \"" + std::string(300, 'e') +
+             "\": The name has 300 characters; a name has 260 at most."},
         {"a folder's name with a slash", Replacing("\"name\": \"Characters\"", "\"name\": \"Char/acters\""),
-         "invalid name \"Char/acters\": The name of a work unit or physical folder is a file or folder name: it "
+         "invalid name \"Char/acters\": The name of a work unit or physical folder is a file or folder name: "
+         "it "
          "cannot hold any of \\ / : * ? \" < > |."},
     };
     rows.insert(rows.end(), own.begin(), own.end());
@@ -177,15 +204,18 @@ TEST(BadProjectFiles, AFileTheUserMayNotReadIsSaidAndKept)
                       ::chmod(props.c_str(), 0);
                       OpenResult opened = OpenProject(sample.Path());
                       found.Check(opened.project != nullptr, "the project opens");
-                      found.Equal(Problems(opened.problems), props.string() + ": Permission denied\n", "the unit");
+                      found.Equal(Problems(opened.problems), props.string() + ": Permission denied\n",
+                                  "the unit");
                       StorageProblems problems;
-                      found.Check(opened.project && SaveProject(*opened.project, problems), "saves: " + Problems(problems));
+                      found.Check(opened.project && SaveProject(*opened.project, problems),
+                                  "saves: " + Problems(problems));
                       ::chmod(props.c_str(), 0644);
 
                       ::chmod(project.c_str(), 0);
                       opened = OpenProject(sample.Path());
                       found.Check(!opened.project, "no project opens");
-                      found.Equal(Problems(opened.problems), project.string() + ": Permission denied\n", "the project");
+                      found.Equal(Problems(opened.problems), project.string() + ": Permission denied\n",
+                                  "the project");
                       ::chmod(project.c_str(), 0644);
                   }),
               "");

@@ -22,7 +22,8 @@ namespace fs = std::filesystem;
 using namespace sn;
 
 // The units Edit changes; renaming a unit changes the project file, which carries its file along.
-const wchar_t* const kEditedUnits[] = {L"Busses/Mixing", L"Events/Player_Events", L"AudioObjects/World/Cutscenes"};
+const wchar_t* const kEditedUnits[] = {L"Busses/Mixing", L"Events/Player_Events",
+                                       L"AudioObjects/World/Cutscenes"};
 
 // Changes in a small unit and a large one, and a third unit renamed (a new file, and a new
 // project file naming it).
@@ -43,7 +44,8 @@ bool IsDirty(Project& project, const wchar_t* unit)
 void ExpectSaved(const fs::path& folder, child::Findings& found)
 {
     OpenResult reopened = OpenProject(folder);
-    found.Check(reopened.project && reopened.problems.empty(), "reopens cleanly: " + Problems(reopened.problems));
+    found.Check(reopened.project && reopened.problems.empty(),
+                "reopens cleanly: " + Problems(reopened.problems));
     if (!reopened.project)
         return;
     for (const wchar_t* path : {L"Busses/Mixing/Master_Bus", L"Events/Player_Events/Movement/Play_Steps",
@@ -73,68 +75,71 @@ TEST(FailingSave, AFullDiskNamesTheFileKeepsTheChangesAndLeavesEveryFileWhole)
         SCOPED_TRACE("file size limit " + std::to_string(limit));
         disk::SampleCopy sample;
         const disk::Checksums before = disk::ChecksumsOf(sample.Path());
-        EXPECT_EQ(child::Run(
-                      [&](child::Findings& found)
-                      {
-                          OpenResult opened = OpenProject(sample.Path());
-                          Project& project = *opened.project;
-                          Edit(project);
-                          std::vector<std::wstring> edited;
-                          for (const wchar_t* unit : kEditedUnits)
-                              if (IsDirty(project, unit))
-                                  edited.push_back(unit);
-                          found.Equal(edited.size(), size_t(2), "units with unsaved changes");
-                          child::LimitFileSize(limit);
-                          StorageProblems problems;
-                          found.Check(!SaveProject(project, problems), "the save reports failure");
-                          found.Equal(problems.size(), size_t(1), "one problem: " + Problems(problems));
-                          if (!problems.empty())
-                          {
-                              found.Equal(problems[0].reason, std::string("cannot write: File too large"),
-                                          "the reason");
-                              found.Check(problems[0].path.parent_path().string().starts_with(sample.Path().string()) &&
-                                              problems[0].path.extension() == ".swu",
-                                          "names a unit's file: " + problems[0].path.string());
-                          }
-                          found.Check(project.IsDirty(), "the project stays unsaved");
-                          found.Check(IsDirty(project, L"Events/Player_Events"), "the largest unit stays unsaved");
-                          std::vector<std::wstring> clean;
-                          for (const std::wstring& unit : edited)
-                              if (!IsDirty(project, unit.c_str()))
-                                  clean.push_back(unit);
-                          const disk::Checksums afterFailure = disk::ChecksumsOf(sample.Path());
-                          if (limit == 16)
-                          {
-                              found.Equal(disk::Changes(before, afterFailure), std::string(), "nothing written");
-                              found.Equal(clean.size(), size_t(0), "units marked saved");
-                          }
-                          else
-                              found.Equal(clean, std::vector<std::wstring>{L"Busses/Mixing"}, "the unit that fit");
-                          OpenResult meanwhile = OpenProject(sample.Path());
-                          found.Check(meanwhile.project && meanwhile.problems.empty(),
-                                      "the project on disk opens whole: " + Problems(meanwhile.problems));
+        EXPECT_EQ(
+            child::Run(
+                [&](child::Findings& found)
+                {
+                    OpenResult opened = OpenProject(sample.Path());
+                    Project& project = *opened.project;
+                    Edit(project);
+                    std::vector<std::wstring> edited;
+                    for (const wchar_t* unit : kEditedUnits)
+                        if (IsDirty(project, unit))
+                            edited.push_back(unit);
+                    found.Equal(edited.size(), size_t(2), "units with unsaved changes");
+                    child::LimitFileSize(limit);
+                    StorageProblems problems;
+                    found.Check(!SaveProject(project, problems), "the save reports failure");
+                    found.Equal(problems.size(), size_t(1), "one problem: " + Problems(problems));
+                    if (!problems.empty())
+                    {
+                        found.Equal(problems[0].reason, std::string("cannot write: File too large"),
+                                    "the reason");
+                        found.Check(
+                            problems[0].path.parent_path().string().starts_with(sample.Path().string()) &&
+                                problems[0].path.extension() == ".swu",
+                            "names a unit's file: " + problems[0].path.string());
+                    }
+                    found.Check(project.IsDirty(), "the project stays unsaved");
+                    found.Check(IsDirty(project, L"Events/Player_Events"), "the largest unit stays unsaved");
+                    std::vector<std::wstring> clean;
+                    for (const std::wstring& unit : edited)
+                        if (!IsDirty(project, unit.c_str()))
+                            clean.push_back(unit);
+                    const disk::Checksums afterFailure = disk::ChecksumsOf(sample.Path());
+                    if (limit == 16)
+                    {
+                        found.Equal(disk::Changes(before, afterFailure), std::string(), "nothing written");
+                        found.Equal(clean.size(), size_t(0), "units marked saved");
+                    }
+                    else
+                        found.Equal(clean, std::vector<std::wstring>{L"Busses/Mixing"}, "the unit that fit");
+                    OpenResult meanwhile = OpenProject(sample.Path());
+                    found.Check(meanwhile.project && meanwhile.problems.empty(),
+                                "the project on disk opens whole: " + Problems(meanwhile.problems));
 
-                          child::LiftFileSizeLimit();
-                          problems.clear();
-                          found.Check(SaveProject(project, problems), "the second save succeeds: " + Problems(problems));
-                          for (const std::wstring& unit : edited)
-                              found.Check(!IsDirty(project, unit.c_str()), "saved: " + Utf8::FromWide(unit));
-                          found.Check(!project.IsDirty(), "the project is saved");
-                          ExpectSaved(sample.Path(), found);
+                    child::LiftFileSizeLimit();
+                    problems.clear();
+                    found.Check(SaveProject(project, problems),
+                                "the second save succeeds: " + Problems(problems));
+                    for (const std::wstring& unit : edited)
+                        found.Check(!IsDirty(project, unit.c_str()), "saved: " + Utf8::FromWide(unit));
+                    found.Check(!project.IsDirty(), "the project is saved");
+                    ExpectSaved(sample.Path(), found);
 
-                          // A unit the failed save marked saved had its file written then.
-                          const disk::Checksums saved = disk::ChecksumsOf(sample.Path());
-                          ExpectOldOrNew(before, afterFailure, saved, found);
-                          for (const std::wstring& unit : clean)
-                          {
-                              auto* object = dynamic_cast<WorkUnitObject*>(FindByPath(project, unit));
-                              const std::string file =
-                                  fs::relative(WorkUnitFilePath(*object, sample.Path()), sample.Path()).string();
-                              found.Check(afterFailure.count(file) && afterFailure.at(file) == saved.at(file),
-                                          "marked saved, yet not on disk: " + file);
-                          }
-                      }),
-                  "");
+                    // A unit the failed save marked saved had its file written then.
+                    const disk::Checksums saved = disk::ChecksumsOf(sample.Path());
+                    ExpectOldOrNew(before, afterFailure, saved, found);
+                    for (const std::wstring& unit : clean)
+                    {
+                        auto* object = dynamic_cast<WorkUnitObject*>(FindByPath(project, unit));
+                        const std::string file =
+                            fs::relative(WorkUnitFilePath(*object, sample.Path()), sample.Path()).string();
+                        found.Check(afterFailure.count(file) && afterFailure.at(file) == saved.at(file),
+                                    "marked saved, yet not on disk: " + file);
+                    }
+                }),
+            "");
     }
 }
 
@@ -169,13 +174,16 @@ TEST(FailingSave, AFolderTheUserMayNotWriteToNamesTheFileAndKeepsTheChanges)
                                       "the problem");
                           found.Check(project.IsDirty(), "the project stays unsaved");
                           // Units in folders that can still be written to are saved in place.
-                          found.Equal(IsDirty(project, L"Events/Player_Events"), *locked != 0, "the unit unsaved");
+                          found.Equal(IsDirty(project, L"Events/Player_Events"), *locked != 0,
+                                      "the unit unsaved");
                           const disk::Checksums afterFailure = disk::ChecksumsOf(sample.Path());
                           ::chmod(folder.c_str(), 0755);
 
                           problems.clear();
-                          found.Check(SaveProject(project, problems), "the second save succeeds: " + Problems(problems));
-                          found.Check(!project.IsDirty() && !IsDirty(project, L"Events/Player_Events"), "all saved");
+                          found.Check(SaveProject(project, problems),
+                                      "the second save succeeds: " + Problems(problems));
+                          found.Check(!project.IsDirty() && !IsDirty(project, L"Events/Player_Events"),
+                                      "all saved");
                           ExpectSaved(sample.Path(), found);
                           const disk::Checksums saved = disk::ChecksumsOf(sample.Path());
                           ExpectOldOrNew(before, afterFailure, saved, found);
