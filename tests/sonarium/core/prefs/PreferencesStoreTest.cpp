@@ -311,3 +311,23 @@ TEST(PreferencesStoreDefaultPath, PrefersTheConfigHomeAndFallsBackToHome)
     }
 }
 } // namespace
+
+TEST_F(PreferencesStoreTest, HugeValuesComeBackWholeAndAreWrittenOnce)
+{
+    std::string bytes(2 << 20, '\0');
+    for (size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>(i * 7919 >> 3);
+    const std::wstring text(1 << 20, L'\u00e9');
+    {
+        sn::PreferencesStore store(m_path);
+        store.SetBinaryValue(L"S", L"bin", reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+        store.SetStringValue(L"S", L"text", text.c_str());
+        EXPECT_TRUE(store.Problems().empty());
+    }
+    // Hex for the bytes, two bytes of UTF-8 per character, and little else.
+    EXPECT_LT(fs::file_size(m_path), 2 * bytes.size() + 2 * text.size() + 200);
+    sn::PreferencesStore restarted(m_path);
+    EXPECT_TRUE(restarted.Problems().empty());
+    EXPECT_EQ(Binary(restarted, L"bin"), bytes);
+    EXPECT_EQ(String(restarted, L"S", L"text"), text);
+}

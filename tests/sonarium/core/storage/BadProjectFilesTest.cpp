@@ -171,8 +171,7 @@ TEST(BadProjectFiles, AProjectFileOpensNothingAndSaysWhy)
              "\": The name has 300 characters; a name has 260 at most."},
         {"a folder's name with a slash", Replacing("\"name\": \"Characters\"", "\"name\": \"Char/acters\""),
          "invalid name \"Char/acters\": The name of a work unit or physical folder is a file or folder name: "
-         "it "
-         "cannot hold any of \\ / : * ? \" < > |."},
+         "it cannot hold any of \\ / : * ? \" < > |."},
     };
     rows.insert(rows.end(), own.begin(), own.end());
     for (const BadFile& row : rows)
