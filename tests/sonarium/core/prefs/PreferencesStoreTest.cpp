@@ -320,7 +320,8 @@ TEST_F(PreferencesStoreTest, HugeValuesComeBackWholeAndAreWrittenOnce)
     const std::wstring text(1 << 20, L'\u00e9');
     {
         sn::PreferencesStore store(m_path);
-        store.SetBinaryValue(L"S", L"bin", reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+        store.SetBinaryValue(L"S", L"bin", reinterpret_cast<const unsigned char*>(bytes.data()),
+                             bytes.size());
         store.SetStringValue(L"S", L"text", text.c_str());
         EXPECT_TRUE(store.Problems().empty());
     }
