@@ -16,7 +16,9 @@
 #include "sonarium/qt/DesktopRun.h"
 #include "sonarium/qt/DesktopSettings.h"
 
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -68,8 +70,14 @@ bool Parse(int argc, char** argv, Arguments& arguments, std::string& error)
                 return error = "--settings needs a folder", false;
             arguments.settings = argv[i];
         }
-        else if (word.rfind("--", 0) == 0)
-            return error = "unknown option " + word, false;
+        else if (word.rfind("-", 0) == 0)
+        {
+            error = "unknown option " + word;
+            // A single dash may begin a file's name: say how to give one.
+            if (word.rfind("--", 0) != 0)
+                error += " (a project whose name begins with - is given as ./" + word + ")";
+            return false;
+        }
         else if (projectGiven)
             return error = "only one project can be opened: " + word, false;
         else
@@ -125,7 +133,7 @@ int RunScript(sn::AppSession& session, std::string const& path)
         file.open(path);
         if (!file)
         {
-            std::cerr << "sonarium: cannot read the script " << path << "\n";
+            std::cerr << "sonarium: cannot read the script " << path << ": " << std::strerror(errno) << "\n";
             return 2;
         }
     }

@@ -90,8 +90,11 @@ inline Checksums ChecksumsOf(const fs::path& folder)
 {
     Checksums sums;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder))
-        if (entry.is_regular_file())
+    {
+        std::error_code ec; // a symbolic link that loops is no file
+        if (entry.is_regular_file(ec))
             sums[fs::relative(entry.path(), folder).string()] = Checksum(Slurp(entry.path()));
+    }
     return sums;
 }
 

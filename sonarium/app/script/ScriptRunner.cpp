@@ -25,7 +25,11 @@ bool ScriptRunner::Run(std::istream& script, std::string const& name, std::strin
     {
         ++number;
         std::wstring why;
-        if (!RunLine(Utf8::ToWide(raw), why))
+        const std::wstring line = Utf8::ToWide(raw);
+        // Bytes that are not text would otherwise reach a command as replacement characters.
+        if (Utf8::FromWide(line) != raw)
+            why = L"the line is not valid UTF-8";
+        if (!why.empty() || !RunLine(line, why))
         {
             error = name + ":" + std::to_string(number) + ": " + Utf8::FromWide(why);
             return false;

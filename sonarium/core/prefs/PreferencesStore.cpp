@@ -1,5 +1,6 @@
 #include "sonarium/core/prefs/PreferencesStore.h"
 
+#include "sonarium/core/prefs/PreferenceValues.h"
 #include "sonarium/core/prefs/ProjectSection.h"
 
 #include "host/Utf8.h"
@@ -41,23 +42,6 @@ std::string ToHex(const unsigned char* data, size_t size)
         hex += digits[data[i] & 0x0f];
     }
     return hex;
-}
-
-std::optional<std::string> FromHex(std::string_view hex)
-{
-    if (hex.size() % 2 != 0)
-        return std::nullopt;
-    std::string bytes;
-    bytes.reserve(hex.size() / 2);
-    for (size_t i = 0; i < hex.size(); i += 2)
-    {
-        const int high = GuidText::HexDigitValue(hex[i]);
-        const int low = GuidText::HexDigitValue(hex[i + 1]);
-        if (high < 0 || low < 0)
-            return std::nullopt;
-        bytes += static_cast<char>(high * 16 + low);
-    }
-    return bytes;
 }
 
 // What is wrong with the shape of a parsed file; empty when it is usable. Entries themselves are
@@ -233,6 +217,12 @@ void PreferencesStore::Load()
         return;
     }
     m_document->sections = std::move(root["sections"]);
+    // Said once here; such a value then reads as absent, and stays in the file until set again.
+    for (const auto& [section, entries] : m_document->sections.items())
+        for (const auto& [key, entry] : entries.items())
+            if (const std::string problem = prefs::ValueProblem(entry); !problem.empty())
+                AddProblem("the value \"" + section + "/" + key + "\" is not read (" + problem +
+                           "): its default is used until it is set again");
 }
 
 // Keeps the damaged file for the user to inspect; the store then starts empty.
@@ -303,7 +293,7 @@ bool PreferencesStore::GetBinaryValue(const wchar_t* section, const wchar_t* key
     const std::optional<std::wstring> resolved = ResolveProjectSection(section, m_projectKey);
     section = resolved ? resolved->c_str() : nullptr;
     const std::string* text = m_document->FindText(section, key, kBinary);
-    const std::optional<std::string> bytes = text ? FromHex(*text) : std::nullopt;
+    const std::optional<std::string> bytes = text ? prefs::FromHex(*text) : std::nullopt;
     if (!bytes || !data || !size)
         return false;
     // Never a null buffer: callers free it unconditionally.

@@ -36,6 +36,9 @@ Json ReadDocument(const fs::path& path, const char* format, FileIO::FileStamp* s
     std::error_code ec;
     if (!fs::exists(path, ec))
     {
+        // Not there for a reason of its own (a symbolic link that loops, a folder that cannot be entered).
+        if (ec)
+            throw FormatError(ec.message());
         // A folder of the path that has become a file hides the file rather than losing it.
         const std::string obstacle = FileIO::ObstacleTo(path);
         throw FormatError(obstacle.empty() ? "file not found" : obstacle);
@@ -236,13 +239,23 @@ fs::path FindProjectFile(const fs::path& path, StorageProblems& problems)
 {
     std::error_code ec;
     if (!fs::is_directory(path, ec))
+    {
+        // Any other file (a work unit's, a text) would only show as a JSON error or a wrong format.
+        if (fs::exists(fs::symlink_status(path, ec)) && path.extension() != kProjectFileExtension)
+        {
+            problems.push_back({path, std::string("is not a project file (*") + kProjectFileExtension + ")"});
+            return {};
+        }
         return path;
+    }
     std::vector<fs::path> found;
     for (const fs::directory_entry& entry : fs::directory_iterator(path, ec))
         if (entry.path().extension() == kProjectFileExtension)
             found.push_back(entry.path());
     if (ec)
         problems.push_back({path, ec.message()});
+    else if (found.empty() && path.extension() == kProjectFileExtension)
+        problems.push_back({path, "is a folder, not a file"}); // a project file that has become a folder
     else if (found.empty())
         problems.push_back(
             {path, std::string("no project file (*") + kProjectFileExtension + ") in the folder"});

@@ -125,6 +125,19 @@ void ReadOptional(const Json& item, ProjectObject& object, std::vector<std::stri
 
 Json Parse(const std::string& bytes)
 {
+    // What the parser would only call an unexpected end or a bad byte order mark.
+    const size_t first = bytes.find_first_not_of(" \t\r\n");
+    if (first == std::string::npos)
+        throw FormatError("the file is empty");
+    auto at = [&](size_t offset)
+    {
+        const auto [line, column] = LineAndColumn(bytes, offset);
+        return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": ";
+    };
+    if (bytes[first] != '{' && bytes[first] != '[')
+        throw FormatError(at(first) + "the file does not hold JSON text");
+    if (const size_t nul = bytes.find('\0'); nul != std::string::npos)
+        throw FormatError(at(nul) + "a NUL byte, which no text file holds");
     if (std::string problem = DepthProblem(bytes); !problem.empty())
         throw FormatError(problem);
     try
@@ -133,9 +146,7 @@ Json Parse(const std::string& bytes)
     }
     catch (const Json::parse_error& error)
     {
-        const auto [line, column] = LineAndColumn(bytes, error.byte > 0 ? error.byte - 1 : 0);
-        throw FormatError("line " + std::to_string(line) + ", column " + std::to_string(column) + ": " +
-                          ParseMessage(error.what()));
+        throw FormatError(at(error.byte > 0 ? error.byte - 1 : 0) + ParseMessage(error.what()));
     }
 }
 
