@@ -10,6 +10,7 @@
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/StorageState.h"
 #include "sonarium/core/naming/NamingRules.h"
+#include "sonarium/core/nodes/RetiredNodes.h"
 
 #include <array>
 #include <unordered_map>
@@ -299,9 +300,9 @@ void ProjectNode::SyncChildren(bool force, unsigned long flags)
             children.push_back(new ProjectNode(this, object.Get()));
     }
     for (; next < m_children.size(); ++next)
-        delete m_children[next];
+        nodes::Retire(m_children[next]);
     for (auto& [object, node] : setAside)
-        delete node;
+        nodes::Retire(node);
     m_children = std::move(children);
 }
 

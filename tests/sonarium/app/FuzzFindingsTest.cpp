@@ -1,0 +1,37 @@
+// Faults the fuzz found, each as the shortest script it cut them down to, run with `check`
+// after every line: the panes must agree with the project and nothing may crash.
+
+#include "SessionFixture.h"
+
+#include "host/Utf8.h"
+#include "sonarium/app/script/ScriptRunner.h"
+
+#include <sstream>
+
+class FuzzFindingsTest : public SessionTest
+{
+protected:
+    // Runs the lines, each followed by `check`; a line the host refuses is fine, a failed check
+    // is not.
+    void Run(std::vector<std::wstring> const& lines)
+    {
+        std::wostringstream out;
+        sn::ScriptRunner runner(session, out);
+        for (std::wstring const& line : lines)
+        {
+            std::wstring error;
+            runner.RunLine(line, error);
+            ASSERT_TRUE(runner.RunLine(L"check", error)) << "after \"" << Utf8::FromWide(line)
+                                                        << "\": " << Utf8::FromWide(error);
+        }
+    }
+};
+
+TEST_F(FuzzFindingsTest, ExpandingASelectionWhoseNodesAnUndoRemovedWhileLocked)
+{
+    // Refreshing the first selected node replaced nodes later in the list the view was working
+    // through; they were freed under it.
+    Run({L"host create AudioObjects WorkUnit dup", L"drag AudioObjects Busses ctrl", L"host lock",
+         L"command expand-descendants", L"host undo", L"key A ctrl", L"command expand-descendants",
+         L"host unlock", L"command collapse-descendants"});
+}
