@@ -250,11 +250,12 @@ void ProjectNode::RefreshPF(GuidSet& pending)
 
 void ProjectNode::Refresh(bool force, unsigned long flags)
 {
-    // A forced refresh re-reads what the node shows too: names changed while the views were
-    // locked are otherwise only applied by the visual bit.
+    // A forced refresh re-reads what the node shows too: names and inclusion changed while the
+    // views were locked, or while the node had no row (under a collapsed one) to be told through,
+    // are otherwise only applied by the visual and inclusion bits.
     if (force || (flags & 4))
         ReadVisuals();
-    if (flags & 8)
+    if (force || (flags & 8))
         ReadInclusion();
     if (flags & 3)
         SyncChildren(force, flags);

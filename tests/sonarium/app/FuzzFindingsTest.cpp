@@ -27,6 +27,14 @@ protected:
     }
 };
 
+TEST_F(FuzzFindingsTest, InclusionChangedUnderACollapsedRowShowsWhenItOpensAgain)
+{
+    // The undo's notification finds no row to refresh; opening the parent one level must still
+    // show the object included.
+    Run({L"toggle AudioObjects/Characters", L"click AudioObjects/Characters/Player", L"command exclude",
+         L"toggle AudioObjects/Characters", L"host undo", L"click AudioObjects/Characters", L"key Add"});
+}
+
 TEST_F(FuzzFindingsTest, ExpandingASelectionWhoseNodesAnUndoRemovedWhileLocked)
 {
     // Refreshing the first selected node replaced nodes later in the list the view was working
