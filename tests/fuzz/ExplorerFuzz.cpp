@@ -14,6 +14,7 @@
 
 #include <chrono>
 #include <fstream>
+#include <locale>
 #include <iostream>
 #include <unistd.h>
 
@@ -120,6 +121,8 @@ fs::path WriteReproduction(fuzz::RunSetup const& setup, uint64_t seed, std::stri
 
 int main(int argc, char** argv)
 {
+    // As the application does: names reach file paths through the locale.
+    std::locale::global(std::locale("C.UTF-8"));
     Options options;
     if (!Parse(argc, argv, options))
         return 2;

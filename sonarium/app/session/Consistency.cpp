@@ -5,6 +5,7 @@
 #include "sonarium/app/session/HostRecorder.h"
 #include "sonarium/core/model/CurrentState.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace sn
@@ -51,6 +52,14 @@ private:
         const std::wstring path = object ? ObjectPath(object->GetObject()) : L"?";
         if (!shownNode || shownNode->ID() != fresh->ID())
             return Report(L"shows \"" + m_tree.GetItemText(item) + L"\" where the project has " + path);
+        // The row's node is its parent row's node's child: the tree shows the view's nodes.
+        if (HTREEITEM parent = m_tree.GetParentItem(item))
+        {
+            PMTreeNode* parentNode = m_tree.GetNodeFromItem(parent);
+            auto const& siblings = parentNode ? parentNode->Children() : std::vector<PMTreeNode*>{};
+            if (std::find(siblings.begin(), siblings.end(), shownNode) == siblings.end())
+                Report(L"shows " + path + L" with a node its parent row's node no longer holds");
+        }
         const PETreeRow row = m_tree.GetRow(item);
         const std::wstring name = fresh->GetDisplayName().c_str();
         if (row.text != name)

@@ -1,6 +1,7 @@
 #include "sonarium/app/session/FolderSnapshot.h"
 
 #include "sonarium/core/storage/ProjectLock.h"
+#include "sonarium/core/storage/ProjectStorage.h"
 
 #include <fstream>
 
@@ -55,7 +56,7 @@ std::vector<std::wstring> FolderSnapshot::Differences(FolderSnapshot const& earl
             lines.push_back(L"changed: " + path.generic_wstring());
     }
     for (auto const& [path, print] : m_files)
-        if (!earlier.m_files.count(path))
+        if (!earlier.m_files.count(path) && *path.begin() != kOriginalsFolder)
             lines.push_back(L"new: " + path.generic_wstring());
     return lines;
 }

@@ -18,7 +18,9 @@ public:
     explicit FolderSnapshot(std::filesystem::path const& folder);
 
     bool Empty() const { return m_files.empty(); }
-    // One line per difference from `earlier`: "changed: PATH", "new: PATH", "gone: PATH".
+    // One line per difference from `earlier`: "changed: PATH", "new: PATH", "gone: PATH". Audio
+    // an import copied into the originals folder is not new content: it stays when the import is
+    // undone, as undo never deletes the user's media.
     std::vector<std::wstring> Differences(FolderSnapshot const& earlier) const;
 
 private:
