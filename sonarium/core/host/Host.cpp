@@ -112,11 +112,13 @@ void Host::SetPlayback(bool playing)
 
 void Host::SetPlatform(GUID const& platform)
 {
+    ShownStateChanged();
     m_properties[propCurrentPlatform].SetValue(platform);
 }
 
 void Host::SetLanguage(unsigned long language)
 {
+    ShownStateChanged();
     m_properties[propCurrentLanguage].SetValue(static_cast<long long>(language));
 }
 

@@ -111,6 +111,7 @@ ProjectNode::ProjectNode(PMTreeNode* parent, ProjectObject* object)
     m_expanded = object->IsTopWorkUnit();
     ReadVisuals();
     ReadInclusion();
+    m_readAt = ShownStateGeneration();
 }
 
 CStdStr<wchar_t> ProjectNode::GetDisplayName() const
@@ -250,13 +251,16 @@ void ProjectNode::RefreshPF(GuidSet& pending)
 
 void ProjectNode::Refresh(bool force, unsigned long flags)
 {
-    // A forced refresh re-reads what the node shows too: names and inclusion changed while the
-    // views were locked, or while the node had no row (under a collapsed one) to be told through,
-    // are otherwise only applied by the visual and inclusion bits.
-    if (force || (flags & 4))
+    // A forced refresh re-reads the name too: names changed while the views were locked are
+    // otherwise only applied by the visual bit. Whatever changed since the node last read its
+    // state (while it had no row to be told through, say) is read whatever the flags.
+    const bool stale = m_readAt != ShownStateGeneration();
+    if (force || (flags & 4) || stale)
         ReadVisuals();
-    if (force || (flags & 8))
+    if ((flags & 8) || stale)
         ReadInclusion();
+    if (stale)
+        m_readAt = ShownStateGeneration();
     if (flags & 3)
         SyncChildren(force, flags);
     else

@@ -43,3 +43,11 @@ TEST_F(FuzzFindingsTest, ExpandingASelectionWhoseNodesAnUndoRemovedWhileLocked)
          L"command expand-descendants", L"host undo", L"key A ctrl", L"command expand-descendants",
          L"host unlock", L"command collapse-descendants"});
 }
+
+TEST_F(FuzzFindingsTest, APlatformSwitchedWhileALabelIsEditedShowsOnceTheEditEnds)
+{
+    // While the label is edited the view keeps only the bit that rebuilds the tree; the nodes
+    // must still read the new platform's inclusion when it runs.
+    Run({L"toggle AudioObjects/Characters", L"toggle Busses/Outputs", L"click AudioObjects/Characters/Player",
+         L"send rename", L"host platform Handheld", L"key Enter"});
+}
