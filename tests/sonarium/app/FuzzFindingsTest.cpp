@@ -51,3 +51,15 @@ TEST_F(FuzzFindingsTest, APlatformSwitchedWhileALabelIsEditedShowsOnceTheEditEnd
     Run({L"toggle AudioObjects/Characters", L"toggle Busses/Outputs", L"click AudioObjects/Characters/Player",
          L"send rename", L"host platform Handheld", L"key Enter"});
 }
+
+TEST_F(FuzzFindingsTest, ACutObjectWhoseAncestorWasDeletedIsNotPasted)
+{
+    // The cut object still had a parent, in the deleted subtree: pasting it and undoing left the
+    // project's index holding objects of no hierarchy, freed later under it.
+    Run({L"toggle AudioObjects/Interface", L"toggle AudioObjects/Interface/Interface",
+         L"click AudioObjects/Interface/Interface/Menu_Open", L"edit cut", L"host delete AudioObjects/Interface",
+         L"toggle AudioObjects/Characters", L"toggle AudioObjects/Characters/Player",
+         L"toggle AudioObjects/Characters/Player/Player", L"toggle AudioObjects/Characters/Player/Player/Movement",
+         L"toggle AudioObjects/Characters/Player/Player/Movement/Jump",
+         L"click AudioObjects/Characters/Player/Player/Movement/Jump/Jump_02", L"edit paste", L"host undo"});
+}
