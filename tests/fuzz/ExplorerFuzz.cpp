@@ -6,6 +6,7 @@
 //
 //   sonarium-fuzz [--seed N] [--seeds K] [--steps N] [--generated OBJECTS] [--project DIR]
 //                 [--audio DIR] [--work DIR] [--show]
+//   sonarium-fuzz --shorten SCRIPT --project DIR --audio DIR [--work DIR]
 
 #include "FuzzRun.h"
 #include "host/Utf8.h"
@@ -32,6 +33,7 @@ struct Options
     fs::path audio;
     fs::path work = fs::temp_directory_path() / "sonarium-fuzz";
     bool show = false; // print every line run
+    fs::path shorten;  // a script to cut down instead of generating
 };
 
 bool Parse(int argc, char** argv, Options& options)
@@ -62,6 +64,8 @@ bool Parse(int argc, char** argv, Options& options)
             options.audio = value;
         else if (key == "--work")
             options.work = value;
+        else if (key == "--shorten")
+            options.shorten = value;
         else
             return std::cerr << "sonarium-fuzz: unknown option " << key << "\n", false;
     }
@@ -117,6 +121,26 @@ fs::path WriteReproduction(fuzz::RunSetup const& setup, uint64_t seed, std::stri
     script << "check\n";
     return folder / "repro.sonscript";
 }
+// Cuts a script (one the fuzz wrote, or any other) down to the shortest that fails the same way.
+int ShortenScript(fuzz::RunSetup const& setup, fs::path const& path)
+{
+    std::ifstream in(path);
+    if (!in)
+        return std::cerr << "sonarium-fuzz: cannot read " << path << "\n", 2;
+    std::vector<std::wstring> lines;
+    for (std::string line; std::getline(in, line);)
+        if (!line.empty() && line[0] != '#' && line != "on-error continue" && line != "check")
+            lines.push_back(Utf8::ToWide(line));
+    const fuzz::Outcome outcome = fuzz::Replay(setup, lines);
+    if (!outcome.failed)
+        return std::cout << path.string() << ": passes\n", 0;
+    std::cout << path.string() << ": fails after " << outcome.lines.size() << " lines: " << outcome.why << "\n";
+    const auto shortest = Shorten(setup, outcome.lines, fuzz::Signature(outcome.why));
+    std::cout << "  shortest script (" << shortest.size() << " lines):\n";
+    for (std::wstring const& line : shortest)
+        std::cout << "    " << Utf8::FromWide(line) << "\n";
+    return 1;
+}
 } // namespace
 
 int main(int argc, char** argv)
@@ -141,6 +165,8 @@ int main(int argc, char** argv)
     if (options.project.empty() || options.audio.empty())
         return std::cerr << "sonarium-fuzz: --project (or --generated) and --audio are needed\n", 2;
     const fuzz::RunSetup setup{fs::absolute(options.project), fs::absolute(options.audio), options.work};
+    if (!options.shorten.empty())
+        return ShortenScript(setup, options.shorten);
 
     int failures = 0;
     for (uint64_t seed = options.seed; seed < options.seed + static_cast<uint64_t>(options.seeds); ++seed)

@@ -88,6 +88,28 @@ private:
     std::set<OrbObjectCategories::Category> const& m_categories;
     std::vector<std::wstring>& m_problems;
 };
+// The project's index of objects by GUID holds exactly the objects of its hierarchy: an object
+// left in it after leaving the hierarchy is found by GUID once freed.
+void CheckIndex(Project const& project, std::vector<std::wstring>& problems)
+{
+    size_t reachable = 0;
+    std::vector<ProjectObject const*> pending;
+    for (WorkUnitObject* root : project.Roots())
+        pending.push_back(root);
+    while (!pending.empty())
+    {
+        ProjectObject const* object = pending.back();
+        pending.pop_back();
+        ++reachable;
+        if (project.Find(object->Id()) != object)
+            problems.push_back(L"the project's index does not find " + ObjectPath(object));
+        for (auto const& child : object->Children())
+            pending.push_back(child.Get());
+    }
+    if (reachable != project.ObjectCount())
+        problems.push_back(L"the project's index holds " + std::to_wstring(project.ObjectCount()) +
+                           L" objects where its hierarchy has " + std::to_wstring(reachable));
+}
 } // namespace
 
 std::vector<std::wstring> ConsistencyProblems(AppSession& session, int expectedLocks)
@@ -100,6 +122,8 @@ std::vector<std::wstring> ConsistencyProblems(AppSession& session, int expectedL
                            std::to_wstring(expectedLocks) + L" raise(s) are held");
     if (host.Undo().GroupDepth() != 0)
         problems.push_back(std::to_wstring(host.Undo().GroupDepth()) + L" undo group(s) left open");
+    if (Project* project = session.GetProject())
+        CheckIndex(*project, problems);
     for (Pane& pane : session.Panes())
     {
         if (!pane.view)
