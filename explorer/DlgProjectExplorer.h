@@ -166,6 +166,12 @@ public:
     LRESULT CanCut(const std::vector<PMTreeNode*>& nodes);
 
     PETreeCtrl& GetTreeCtrl() { return m_tree; }
+    // Whether a refresh waits for the UI lock to drop or the label editor to close: tools that
+    // check the view against the project read it.
+    bool HasPendingRefresh() const
+    {
+        return m_pendingRefresh != 0 || !m_pendingNameRefresh.empty() || !m_pendingPFRefresh.empty();
+    }
     ObjectToolbar& GetObjectToolbar() { return m_toolbar; }
 
 protected:

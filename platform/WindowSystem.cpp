@@ -50,17 +50,35 @@ void WindowSystem::Post(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
 size_t WindowSystem::RunUntilIdle()
 {
     size_t delivered = 0;
-    while (!m_queue.empty())
+    do
     {
-        const MSG msg = m_queue.front();
-        m_queue.pop_front();
-        if (CWnd* wnd = Lookup(msg.hwnd))
+        while (!m_queue.empty())
         {
-            wnd->WindowProc(msg.message, msg.wParam, msg.lParam);
-            ++delivered;
+            const MSG msg = m_queue.front();
+            m_queue.pop_front();
+            if (CWnd* wnd = Lookup(msg.hwnd))
+            {
+                HandlerScope handling;
+                wnd->WindowProc(msg.message, msg.wParam, msg.lParam);
+                ++delivered;
+            }
         }
-    }
+        // Inside a handler (a modal loop, say) whoever runs it may still hold what the work frees.
+        if (m_handlers > 0)
+            break;
+        std::vector<std::function<void()>> work;
+        work.swap(m_idleWork);
+        for (auto& step : work)
+            step();
+    } while (!m_queue.empty() || !m_idleWork.empty());
     return delivered;
+}
+
+void WindowSystem::DeferUntilIdle(std::function<void()> work)
+{
+    m_idleWork.push_back(std::move(work));
+    if (m_driver)
+        m_driver->OnWorkQueued();
 }
 
 WindowSystem::Timer* WindowSystem::FindTimer(HWND hwnd, UINT_PTR id)
@@ -245,6 +263,12 @@ void WindowSystem::NotifyInvalidated(HWND hwnd)
 void WindowSystem::Reset()
 {
     m_queue.clear();
+    // What waited for idle is done, not dropped: it frees memory.
+    m_handlers = 0;
+    std::vector<std::function<void()>> work;
+    work.swap(m_idleWork);
+    for (auto& step : work)
+        step();
     m_timers.clear();
     std::fill(std::begin(m_keys), std::end(m_keys), false);
     m_cursor = POINT{};

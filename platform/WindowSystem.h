@@ -49,8 +49,22 @@ public:
     // meanwhile is dropped.
     void Post(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
     size_t PendingMessages() const { return m_queue.size(); }
-    // Dispatches posted messages until the queue is empty; returns how many were delivered.
+    // Dispatches posted messages until the queue is empty, then runs the idle work when no
+    // message is being handled; returns how many messages were delivered.
     size_t RunUntilIdle();
+    // Work for when the posted messages are all delivered and no handler is running, as a
+    // framework frees its temporary objects when idle: what a handler may still hold (nodes a
+    // refresh replaced) is freed here.
+    void DeferUntilIdle(std::function<void()> work);
+    // Counts a message being handled while it lives (sent messages and posted ones).
+    class HandlerScope
+    {
+    public:
+        HandlerScope() { ++Get().m_handlers; }
+        ~HandlerScope() { --Get().m_handlers; }
+        HandlerScope(HandlerScope const&) = delete;
+        HandlerScope& operator=(HandlerScope const&) = delete;
+    };
 
     // Timers. A window timer delivers WM_TIMER to its window (or calls its procedure); a
     // thread timer (no window) calls its procedure. Setting an existing timer restarts it.
@@ -122,6 +136,8 @@ private:
     HWND m_focus = nullptr;
     std::function<void(HWND)> m_focusHook;
     IWindowSystemDriver* m_driver = nullptr;
+    std::vector<std::function<void()>> m_idleWork;
+    int m_handlers = 0;
 };
 
 // One number per text, from 0xC000, shared by every window and module; thread-safe and

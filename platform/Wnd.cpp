@@ -267,7 +267,10 @@ void CWnd::ScreenToClient(LPRECT rect) const
 
 LRESULT CWnd::SendMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    return m_hWnd ? WindowProc(message, wParam, lParam) : 0;
+    if (!m_hWnd)
+        return 0;
+    WindowSystem::HandlerScope handling;
+    return WindowProc(message, wParam, lParam);
 }
 
 BOOL CWnd::PostMessage(UINT message, WPARAM wParam, LPARAM lParam)

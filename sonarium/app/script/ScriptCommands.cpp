@@ -321,6 +321,7 @@ bool ScriptRunner::HostEdit(Words const& words, std::wstring& error)
         if (action == L"unlock" && lock.GetInt() <= 0)
             return Fail(error, L"the UI is not locked");
         lock = lock.GetInt() + (action == L"lock" ? 1 : -1);
+        m_heldLocks += action == L"lock" ? 1 : -1;
         return true;
     }
     return Fail(error,

@@ -3,6 +3,7 @@
 #include "host/Utf8.h"
 #include "platform/WindowSystem.h"
 #include "sonarium/app/script/ScriptWords.h"
+#include "sonarium/app/session/FolderSnapshot.h"
 #include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/core/model/NodeRules.h"
 
@@ -20,6 +21,7 @@ ScriptRunner::~ScriptRunner() = default;
 
 bool ScriptRunner::Run(std::istream& script, std::string const& name, std::string& error)
 {
+    error.clear();
     int number = 0;
     for (std::string raw; std::getline(script, raw);)
     {
@@ -31,19 +33,19 @@ bool ScriptRunner::Run(std::istream& script, std::string const& name, std::strin
             why = L"the line is not valid UTF-8";
         if (!why.empty() || !RunLine(line, why))
         {
-            error = name + ":" + std::to_string(number) + ": " + Utf8::FromWide(why);
-            return false;
+            error += (error.empty() ? "" : "\n") + name + ":" + std::to_string(number) + ": " + Utf8::FromWide(why);
+            if (!m_keepGoing)
+                return false;
         }
     }
     // An answer nobody asked for means the script expected something that did not happen.
     if (m_dialogs.PendingAnswers() > 0 || m_menus.PendingChoices() > 0)
     {
-        error = name + ":" + std::to_string(number) + ": the script ended with " +
+        error += (error.empty() ? "" : "\n") + name + ":" + std::to_string(number) + ": the script ended with " +
                 std::to_string(m_dialogs.PendingAnswers()) + " dialog answer(s) and " +
                 std::to_string(m_menus.PendingChoices()) + " menu choice(s) that nothing asked for";
-        return false;
     }
-    return true;
+    return error.empty();
 }
 
 bool ScriptRunner::RunLine(std::wstring const& line, std::wstring& error)
@@ -235,6 +237,7 @@ void ScriptRunner::AddCommands()
     m_commands[L"host"] = [this](Words const& words, std::wstring& error) { return HostEdit(words, error); };
     m_commands[L"print"] = [this](Words const& words, std::wstring& error) { return Print(words, error); };
     AddPanelCommands();
+    AddCheckCommands();
     AddHostStateCommands();
     AddAudioStateCommands();
     AddPlaylistCommands();

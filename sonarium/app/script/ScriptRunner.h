@@ -10,12 +10,15 @@
 #include <functional>
 #include <istream>
 #include <map>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
 
 namespace sn
 {
+class FolderSnapshot;
+
 class ScriptRunner
 {
 public:
@@ -74,6 +77,9 @@ private:
     bool DropPoint(Pane& pane, std::wstring const& target, CPoint& point, std::wstring& error);
     // ScriptPanels.cpp: the Edit menu and the property inspector.
     void AddPanelCommands();
+    // ScriptChecks.cpp: `check`, and whether a failing line stops the run.
+    void AddCheckCommands();
+    bool CheckFiles(std::wstring const& what, std::wstring& error);
     bool PrintPanel(std::wstring const& what);
     Pane* PaneNamed(Words const& words, size_t index, std::wstring& error);
     HTREEITEM Row(std::wstring const& path, std::wstring& error);
@@ -89,5 +95,8 @@ private:
     std::map<std::wstring, Handler> m_commands;
     std::wstring m_pane;               // the pane gestures go to; empty: the first
     std::vector<std::wstring> m_drops; // what each drop and drag did, until printed
+    std::unique_ptr<FolderSnapshot> m_snapshot; // the project's files at `check snapshot`
+    int m_heldLocks = 0;               // raises of the UI lock made by `host lock`
+    bool m_keepGoing = false;          // `on-error continue`: a failing line does not stop the run
 };
 } // namespace sn

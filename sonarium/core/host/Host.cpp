@@ -1,4 +1,5 @@
 #include "sonarium/core/host/Host.h"
+#include "sonarium/core/nodes/RetiredNodes.h"
 
 #include "host/ProjectManager.h"
 #include "host/Utf8.h"
@@ -51,6 +52,7 @@ Host::~Host()
     // those go while the bus still runs, then the project.
     m_clipboard.Clear();
     m_undo.Clear();
+    nodes::FreeRetired();
     DropProject();
     ProjectEdit::SetChangeGate(nullptr);
     IPresetManager::m_pInstance = nullptr;
@@ -110,11 +112,13 @@ void Host::SetPlayback(bool playing)
 
 void Host::SetPlatform(GUID const& platform)
 {
+    ShownStateChanged();
     m_properties[propCurrentPlatform].SetValue(platform);
 }
 
 void Host::SetLanguage(unsigned long language)
 {
+    ShownStateChanged();
     m_properties[propCurrentLanguage].SetValue(static_cast<long long>(language));
 }
 

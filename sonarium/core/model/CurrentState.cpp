@@ -11,6 +11,23 @@ GUID CurrentPlatform()
     return GlobalPropMgr::m_pInstance ? (*GlobalPropMgr::m_pInstance)[propCurrentPlatform].GetGUID() : GUID_NULL;
 }
 
+namespace
+{
+uint32_t g_shownStateGeneration = 1;
+}
+
+uint32_t ShownStateGeneration()
+{
+    return g_shownStateGeneration;
+}
+
+void ShownStateChanged()
+{
+    // Zero stays the count no node has read at.
+    if (++g_shownStateGeneration == 0)
+        g_shownStateGeneration = 1;
+}
+
 unsigned long CurrentLanguage()
 {
     return GlobalPropMgr::m_pInstance

@@ -1,5 +1,7 @@
 #include "sonarium/core/model/ModelNotify.h"
 
+#include "sonarium/core/model/CurrentState.h"
+
 #include <map>
 
 namespace sn::notify
@@ -88,6 +90,7 @@ void Object(ROString const& event, IOrbObject* object)
 
 void About(ROString const& channel, ROString const& event, IOrbObject* object)
 {
+    ShownStateChanged();
     if (!INotifyMgr::m_pInstance)
         return;
     if (auto& held = HeldChanges(); !held.empty())

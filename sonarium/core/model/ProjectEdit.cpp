@@ -267,6 +267,10 @@ bool Delete(ProjectObject* object)
 
 bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
 {
+    // Only what the project holds moves, and only within it: an object of a deleted subtree, which
+    // the clipboard or the undo history may still hold, would come back unindexed.
+    if (!object || !object->IsInProject() || !parent || !parent->IsInProject())
+        return false;
     ProjectObject* from = object ? object->Parent() : nullptr;
     if (!from || !parent || parent == object || object->IsAncestorOf(parent) || !CanHold(parent, object->GetNodeType()))
         return false;
@@ -294,7 +298,7 @@ bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
 
 ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index)
 {
-    if (!source || !CanHold(parent, source->GetNodeType()) ||
+    if (!source || !parent || !parent->IsInProject() || !CanHold(parent, source->GetNodeType()) ||
         !EditGuard::AllowsInsert(parent, EditGuard::HeightOf(source)) ||
         !MayChange({parent}, IsFileKind(source->GetNodeType())))
         return nullptr;

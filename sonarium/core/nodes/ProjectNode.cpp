@@ -10,6 +10,7 @@
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/storage/StorageState.h"
 #include "sonarium/core/naming/NamingRules.h"
+#include "sonarium/core/nodes/RetiredNodes.h"
 
 #include <array>
 #include <unordered_map>
@@ -110,6 +111,7 @@ ProjectNode::ProjectNode(PMTreeNode* parent, ProjectObject* object)
     m_expanded = object->IsTopWorkUnit();
     ReadVisuals();
     ReadInclusion();
+    m_readAt = ShownStateGeneration();
 }
 
 CStdStr<wchar_t> ProjectNode::GetDisplayName() const
@@ -249,12 +251,16 @@ void ProjectNode::RefreshPF(GuidSet& pending)
 
 void ProjectNode::Refresh(bool force, unsigned long flags)
 {
-    // A forced refresh re-reads what the node shows too: names changed while the views were
-    // locked are otherwise only applied by the visual bit.
-    if (force || (flags & 4))
+    // A forced refresh re-reads the name too: names changed while the views were locked are
+    // otherwise only applied by the visual bit. Whatever changed since the node last read its
+    // state (while it had no row to be told through, say) is read whatever the flags.
+    const bool stale = m_readAt != ShownStateGeneration();
+    if (force || (flags & 4) || stale)
         ReadVisuals();
-    if (flags & 8)
+    if ((flags & 8) || stale)
         ReadInclusion();
+    if (stale)
+        m_readAt = ShownStateGeneration();
     if (flags & 3)
         SyncChildren(force, flags);
     else
@@ -299,9 +305,9 @@ void ProjectNode::SyncChildren(bool force, unsigned long flags)
             children.push_back(new ProjectNode(this, object.Get()));
     }
     for (; next < m_children.size(); ++next)
-        delete m_children[next];
+        nodes::Retire(m_children[next]);
     for (auto& [object, node] : setAside)
-        delete node;
+        nodes::Retire(node);
     m_children = std::move(children);
 }
 

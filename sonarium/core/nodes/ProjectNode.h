@@ -53,5 +53,6 @@ private:
     bool m_excluded = false;
     bool m_unreadable = false; // a work unit whose file failed to load
     bool m_languageExcluded = false;
+    uint32_t m_readAt = 0; // the ShownStateGeneration the name and inclusion were read at
 };
 } // namespace sn

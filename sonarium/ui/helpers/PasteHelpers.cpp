@@ -13,10 +13,10 @@ namespace
 {
 using OrbObjectHelpers::ObjectsOperation;
 
-// Still part of the project: deleted objects have left their parents.
+// Still part of the project: deleted objects, and objects of a deleted subtree, are not.
 bool IsPlaced(const sn::ProjectObject* object)
 {
-    return object && object->Parent();
+    return object && object->IsInProject();
 }
 
 bool CanReceive(const sn::ProjectObject* container, const std::vector<sn::ProjectObject*>& objects,
@@ -56,7 +56,7 @@ IOrbObject* UIObjectHelpers::GetDestinationContainer(const std::vector<IOrbObjec
     if (models.size() != objects.size())
         return nullptr;
     sn::ProjectObject* target = sn::AsProjectObject(targets.front());
-    if (!IsPlaced(target) && !(target && target->GetNodeType() == PMTreeNode::WorkUnit))
+    if (!IsPlaced(target))
         return nullptr;
     if (CanReceive(target, models, operation))
         return target;
