@@ -194,6 +194,10 @@ bool IsValidName(const ProjectObject* object, NodeType type, const ProjectObject
 
 ProjectObject* Create(ProjectObject* parent, NodeType type, const CStdStr<wchar_t>& name, size_t index, GUID const* id)
 {
+    // Nothing is made under an object the project no longer holds (a row a locked view still
+    // shows after its object was deleted): it would be indexed with no place in the hierarchy.
+    if (!parent || !parent->IsInProject())
+        return nullptr;
     if (!CanHold(parent, type) || !IsValidName(nullptr, type, parent, name) || !EditGuard::AllowsInsert(parent, 1))
         return nullptr;
     Project* project = parent->GetProject();

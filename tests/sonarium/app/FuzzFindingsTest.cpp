@@ -63,3 +63,13 @@ TEST_F(FuzzFindingsTest, ACutObjectWhoseAncestorWasDeletedIsNotPasted)
          L"toggle AudioObjects/Characters/Player/Player/Movement/Jump",
          L"click AudioObjects/Characters/Player/Player/Movement/Jump/Jump_02", L"edit paste", L"host undo"});
 }
+
+TEST_F(FuzzFindingsTest, NothingIsCreatedUnderARowWhoseObjectWasDeletedWhileLocked)
+{
+    // The locked view still shows the deleted rows; a new child of one was indexed with no place
+    // in the hierarchy.
+    Run({L"key A", L"host lock", L"command expand-descendants",
+         L"double-click AudioObjects/Characters/Player/Player/Ranger_Voice/Ranger_Taunt/Ranger_Taunt_01",
+         L"click AudioObjects/Characters/Player shift", L"click AudioObjects/Characters/Player/Player",
+         L"host delete AudioObjects/Characters", L"toolbar \"Random Container\"", L"key Escape", L"host unlock"});
+}
