@@ -1,0 +1,75 @@
+// Script lines about what the host shares with the desktop: the text clipboard, the folders it
+// was asked to show in the file manager, and the keys bound to its commands.
+
+#include "sonarium/app/script/ScriptRunner.h"
+
+#include "host/Utf8.h"
+#include "platform/Edit.h"
+#include "platform/Shell.h"
+#include "sonarium/app/script/ScriptWords.h"
+
+namespace sn
+{
+void ScriptRunner::AddDesktopCommands()
+{
+    KeyBindings& keys = m_session.GetHost().Keys();
+    AddSubcommands(
+        L"host",
+        {
+            {L"key-binding",
+             [&keys](Words const& words, std::wstring& error)
+             {
+                 if (!WordCount(words, 4, 4, L"host key-binding COMMAND KEY|none", error))
+                     return false;
+                 if (words[2].empty())
+                     return Fail(error, L"no command named");
+                 if (words[3] != L"none" && !IsKeyName(words[3]))
+                     return Fail(error, L"not a key: \"" + words[3] + L"\" (e.g. Ctrl+Shift+N, F2, Delete)");
+                 keys.Bind(ROString(Utf8::FromWide(words[2])), words[3] == L"none" ? std::wstring() : words[3]);
+                 return true;
+             }},
+        });
+    AddSubcommands(
+        L"print",
+        {
+            {L"system-clipboard",
+             [this](Words const& words, std::wstring& error)
+             {
+                 if (!WordCount(words, 2, 2, L"print system-clipboard", error))
+                     return false;
+                 const std::wstring text = TextClipboard::Get();
+                 m_out << L"system clipboard\n";
+                 if (text.empty())
+                     m_out << L"  (empty)\n";
+                 for (size_t start = 0; start < text.size();)
+                 {
+                     const size_t end = std::min(text.find(L'\n', start), text.size());
+                     m_out << L"  " << text.substr(start, end - start) << L"\n";
+                     start = end + 1;
+                 }
+                 return true;
+             }},
+            {L"opened-folders",
+             [this](Words const& words, std::wstring& error)
+             {
+                 if (!WordCount(words, 2, 2, L"print opened-folders", error))
+                     return false;
+                 m_out << L"opened folders\n";
+                 for (std::wstring const& folder : Shell::OpenedFolders())
+                     m_out << L"  " << folder << L"\n";
+                 Shell::ClearOpenedFolders();
+                 return true;
+             }},
+            {L"key-bindings",
+             [this, &keys](Words const& words, std::wstring& error)
+             {
+                 if (!WordCount(words, 2, 2, L"print key-bindings", error))
+                     return false;
+                 m_out << L"key bindings\n";
+                 for (const auto& [command, key] : keys.All())
+                     m_out << L"  " << Utf8::ToWide(command.c_str()) << L": " << key << L"\n";
+                 return true;
+             }},
+        });
+}
+} // namespace sn

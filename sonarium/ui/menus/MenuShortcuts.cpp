@@ -1,0 +1,23 @@
+#include "sonarium/ui/menus/MenuShortcuts.h"
+
+#include "sonarium/core/host/Host.h"
+
+namespace sn
+{
+std::wstring ShownShortcut(const std::wstring& entryText)
+{
+    const size_t tab = entryText.find(L'\t');
+    if (tab == std::wstring::npos)
+        return {};
+    const std::wstring column = entryText.substr(tab + 1);
+    Host* host = Host::Get();
+    return host ? host->Keys().ShortcutColumn(column, &host->CommandRegistry()) : column;
+}
+
+std::wstring WithShownShortcut(const std::wstring& entryText)
+{
+    const std::wstring label = entryText.substr(0, entryText.find(L'\t'));
+    const std::wstring shortcut = ShownShortcut(entryText);
+    return shortcut.empty() ? label : label + L"\t" + shortcut;
+}
+} // namespace sn
