@@ -9,8 +9,6 @@
 #include <QMenuBar>
 #include <QShortcut>
 
-#include <string_view>
-
 namespace sn::qt
 {
 namespace
@@ -109,10 +107,11 @@ void AddObjectsMenu(QMenuBar& bar, AppSession& session, QtWindowSystemDriver& dr
 void AddCreateCommandKeys(QWidget& window, AppSession& session, QtWindowSystemDriver& driver)
 {
     Commands& commands = session.GetHost().CommandRegistry();
-    for (const auto& [command, key] : session.GetHost().Keys().All())
+    for (const auto& [name, key] : session.GetHost().Keys().All())
     {
         // The entries of the Objects menu take their own keys.
-        if (!commands.HasCommand(command) || std::string_view(command.c_str()).find("Create") == std::string_view::npos)
+        const ROString command(name);
+        if (!commands.HasCommand(command) || name.find("Create") == std::string::npos)
             continue;
         auto* shortcut = new QShortcut(KeyOf(session, command), &window);
         QObject::connect(shortcut, &QShortcut::activated, &window,

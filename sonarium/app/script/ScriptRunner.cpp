@@ -235,7 +235,7 @@ void ScriptRunner::AddCommands()
     AddAudioStateCommands();
     AddPlaylistCommands();
     AddCreationCommands();
-    AddDesktopCommands();
+    AddContextMenuCommands();
 }
 
 void ScriptRunner::AddSubcommands(std::wstring const& command, std::map<std::wstring, Handler> subcommands)

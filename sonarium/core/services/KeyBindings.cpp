@@ -60,20 +60,20 @@ bool IsKey(const std::wstring& word)
 KeyBindings::KeyBindings()
 {
     for (const DefaultBinding& binding : k_defaults)
-        m_keys[ROString(binding.command)] = binding.key;
+        m_keys[binding.command] = binding.key;
 }
 
 void KeyBindings::Bind(const ROString& command, std::wstring key)
 {
     if (key.empty())
-        m_keys.erase(command);
+        m_keys.erase(command.c_str());
     else
-        m_keys[command] = std::move(key);
+        m_keys[command.c_str()] = std::move(key);
 }
 
 std::wstring KeyBindings::KeyOf(const ROString& command) const
 {
-    auto it = m_keys.find(command);
+    auto it = m_keys.find(command.c_str());
     return it == m_keys.end() ? std::wstring() : it->second;
 }
 

@@ -22,7 +22,8 @@ public:
     void Bind(const ROString& command, std::wstring key);
     // The command's key, or empty.
     std::wstring KeyOf(const ROString& command) const;
-    const std::map<ROString, std::wstring>& All() const { return m_keys; }
+    // By command name, in the order of the names' text.
+    const std::map<std::string, std::wstring>& All() const { return m_keys; }
 
     // What a menu shows in its shortcut column for the text after an entry's tab: the key of a
     // bound command, nothing for a command of the host that has no key, else the text itself,
@@ -30,7 +31,7 @@ public:
     std::wstring ShortcutColumn(const std::wstring& column, const CommandService* commands) const;
 
 private:
-    std::map<ROString, std::wstring> m_keys;
+    std::map<std::string, std::wstring> m_keys;
 };
 
 // Whether text reads as a key: modifiers and one key joined by "+" ("Ctrl+Shift+N", "F2",

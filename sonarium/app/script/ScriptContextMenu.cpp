@@ -1,5 +1,6 @@
-// Script lines about what the host shares with the desktop: the text clipboard, the folders it
-// was asked to show in the file manager, and the keys bound to its commands.
+// Script lines about the context menu and what its host entries reach: the last menu shown, the
+// text clipboard, the folders the host was asked to show in the file manager, and the keys bound
+// to the host's commands that the menus show.
 
 #include "sonarium/app/script/ScriptRunner.h"
 
@@ -10,7 +11,7 @@
 
 namespace sn
 {
-void ScriptRunner::AddDesktopCommands()
+void ScriptRunner::AddContextMenuCommands()
 {
     KeyBindings& keys = m_session.GetHost().Keys();
     AddSubcommands(
@@ -32,6 +33,24 @@ void ScriptRunner::AddDesktopCommands()
     AddSubcommands(
         L"print",
         {
+            {L"last-menu",
+             [this](Words const& words, std::wstring& error)
+             {
+                 if (!WordCount(words, 2, 2, L"print last-menu", error))
+                     return false;
+                 // The menus before it are forgotten, as "print menus" forgets what it printed.
+                 std::vector<std::wstring> const& lines = m_menus.Transcript();
+                 size_t start = lines.size();
+                 while (start > 0 && lines[start - 1] != L"menu")
+                     --start;
+                 m_out << L"last menu\n";
+                 if (start == 0)
+                     m_out << L"  (none shown)\n";
+                 for (size_t i = start; i < lines.size(); ++i)
+                     m_out << lines[i] << L"\n";
+                 m_menus.Clear();
+                 return true;
+             }},
             {L"system-clipboard",
              [this](Words const& words, std::wstring& error)
              {
@@ -67,7 +86,7 @@ void ScriptRunner::AddDesktopCommands()
                      return false;
                  m_out << L"key bindings\n";
                  for (const auto& [command, key] : keys.All())
-                     m_out << L"  " << Utf8::ToWide(command.c_str()) << L": " << key << L"\n";
+                     m_out << L"  " << Utf8::ToWide(command) << L": " << key << L"\n";
                  return true;
              }},
         });
