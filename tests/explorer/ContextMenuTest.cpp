@@ -6,6 +6,7 @@
 #include "explorer/menu/MenuCommandIds.h"
 #include "host/ObjectContextMenu.h"
 #include "platform/Canvas.h"
+#include "platform/Edit.h"
 #include "sonarium/core/plugins/PluginRegistry.h"
 #include "sonarium/core/model/ProjectEdit.h"
 
@@ -386,4 +387,27 @@ Events
     EXPECT_EQ(made->Children()[0]->GetProperty("ActionType"), L"PostEvent");
     EXPECT_EQ(made->Children()[0]->GetProperty("Target"),
               Utf8::ToWide(GuidText::ToString(*At(event)->GetGUID())));
+}
+
+TEST_F(ContextMenuTest, TheHostsOwnEntriesFollowTheirOptionBitsAndCopyGuidsAsText)
+{
+    Select({kAmbience + L"/Rain", kAmbience + L"/Wind"});
+    TextClipboard::Set(L"before");
+    m_menus.choices = {L"Copy GUID"};
+    RightClick(kAmbience + L"/Rain");
+    const std::wstring text = TextClipboard::Get();
+    for (const std::wstring& row : {kAmbience + L"/Rain", kAmbience + L"/Wind"})
+        EXPECT_NE(text.find(Utf8::ToWide(GuidText::ToString(*At(row)->GetGUID()))), std::wstring::npos) << row;
+    EXPECT_EQ(std::count(text.begin(), text.end(), L'\n'), 1) << "one GUID per line";
+    EXPECT_EQ(UndoSteps(), 0u);
+
+    // Work units never saved have no folder to show yet.
+    const std::vector<std::wstring> top = TopLevel();
+    EXPECT_NE(std::find(top.begin(), top.end(), L"Open Containing Folder (disabled)"), top.end());
+
+    // Only the entries whose bits the caller passes.
+    std::vector<IOrbObject*> objects{At(kAmbience + L"/Rain")};
+    ObjectContextMenu::DoMenu(m_view, objects, ObjectContextMenu::Option_Inspect | ObjectContextMenu::Option_Copy, {},
+                              {});
+    EXPECT_EQ(m_menus.lines, (std::vector<std::wstring>{L"Inspect", L"Copy [Ctrl+C]"}));
 }

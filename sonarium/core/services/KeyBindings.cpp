@@ -45,6 +45,8 @@ bool IsKey(const std::wstring& word)
     static constexpr std::array<const wchar_t*, 16> named{
         L"Delete", L"Del", L"Insert", L"Home",  L"End",    L"PgUp", L"PgDown", L"Space",
         L"Tab",    L"Esc", L"Enter",  L"Return", L"Backspace", L"Left", L"Right", L"Up"};
+    if (word.empty())
+        return false;
     if (word.size() == 1)
         return !std::iswspace(word[0]);
     if (word == L"Down")
@@ -98,7 +100,7 @@ bool IsKeyName(const std::wstring& text)
     if (split != std::wstring::npos && split + 1 == text.size() && split > 0 && text[split - 1] == L'+')
         --split;
     const std::wstring key = split == std::wstring::npos ? text : text.substr(split + 1);
-    if (!IsKey(key))
+    if (!IsKey(key) || split == 0)
         return false;
     for (size_t start = 0; split != std::wstring::npos && start < split;)
     {

@@ -20,4 +20,11 @@ std::wstring WithShownShortcut(const std::wstring& entryText)
     const std::wstring shortcut = ShownShortcut(entryText);
     return shortcut.empty() ? label : label + L"\t" + shortcut;
 }
+
+std::wstring ShownToolTip(const std::wstring& tipText)
+{
+    const std::wstring label = tipText.substr(0, tipText.find(L'\t'));
+    const std::wstring shortcut = ShownShortcut(tipText);
+    return shortcut.empty() ? label : label + L" (" + shortcut + L")";
+}
 } // namespace sn

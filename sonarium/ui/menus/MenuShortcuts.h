@@ -11,4 +11,7 @@ namespace sn
 std::wstring ShownShortcut(const std::wstring& entryText);
 // The entry text with its shortcut column resolved, or without the column when nothing shows.
 std::wstring WithShownShortcut(const std::wstring& entryText);
+// A tooltip that carries a shortcut column the same way, as the user reads it:
+// "Create new 'Sound SFX' (Ctrl+Shift+N)".
+std::wstring ShownToolTip(const std::wstring& tipText);
 } // namespace sn
