@@ -35,8 +35,9 @@ std::wstring GuidsText(const std::vector<IOrbObject*>& objects)
 }
 
 // The folders of the files of the work units that hold the objects, each once, in the objects'
-// order; a work unit never saved has no folder yet.
-std::vector<std::wstring> ContainingFolders(const std::vector<IOrbObject*>& objects)
+// order (only the first when that is all the caller needs to know); a work unit never saved has
+// no folder yet.
+std::vector<std::wstring> ContainingFolders(const std::vector<IOrbObject*>& objects, bool firstOnly = false)
 {
     std::vector<std::wstring> folders;
     for (IOrbObject* object : objects)
@@ -53,6 +54,8 @@ std::vector<std::wstring> ContainingFolders(const std::vector<IOrbObject*>& obje
         const std::wstring folder = Utf8::ToWide((error ? file.parent_path() : absolute).lexically_normal().string());
         if (std::find(folders.begin(), folders.end(), folder) == folders.end())
             folders.push_back(folder);
+        if (firstOnly)
+            break;
     }
     return folders;
 }
@@ -71,11 +74,12 @@ void AppendHostEntries(CMenu& menu, CWnd* owner, const std::vector<IOrbObject*>&
     append(O::Option_Cut, O::Command_Cut, L"Cut\tCtrl+X", OwnerAllows(owner, HostMessages::CanCut));
     append(O::Option_Copy, O::Command_Copy, L"Copy\tCtrl+C", OwnerAllows(owner, HostMessages::CanCopy));
     append(O::Option_Paste, O::Command_Paste, L"Paste\tCtrl+V", OwnerAllows(owner, HostMessages::CanPaste));
-    if (options & (O::Option_CopyGuid | O::Option_OpenContainingFolder))
+    if (menu.GetMenuItemCount() > 0 && (options & (O::Option_CopyGuid | O::Option_OpenContainingFolder)))
         menu.AppendMenu(MF_SEPARATOR);
-    append(O::Option_CopyGuid, O::Command_CopyGuid, L"Copy GUID", !GuidsText(objects).empty());
+    append(O::Option_CopyGuid, O::Command_CopyGuid, L"Copy GUID",
+           std::any_of(objects.begin(), objects.end(), [](IOrbObject* object) { return object && object->GetGUID(); }));
     append(O::Option_OpenContainingFolder, O::Command_OpenContainingFolder, L"Open Containing Folder",
-           !ContainingFolders(objects).empty());
+           !ContainingFolders(objects, true).empty());
 }
 
 void RunHostEntry(uint32_t id, CWnd* owner, const std::vector<IOrbObject*>& objects)
