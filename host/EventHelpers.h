@@ -12,7 +12,10 @@ using OrbObjectSmartPtr = CSmartPtr<IOrbObject>;
 
 namespace OrbEventActionEnum
 {
-// What an action does. The numbers are stable: menus and files test them by value.
+// What an action does. The numbers are stable: menus and files test them by value, and the New
+// Event menus' rules read them (1 to 6 and 24 play or stop, 7 and 10 act on busses only, 9 and 12
+// do not apply to music, 26 not to playlist containers, 30 posts an event, 31 is for random
+// containers only).
 enum OrbEventActionType : int
 {
     ActionType_None = 0,
@@ -22,15 +25,23 @@ enum OrbEventActionType : int
     ActionType_Resume = 4,
     ActionType_Break = 5,
     ActionType_Seek = 6,
-    ActionType_Mute = 7,
-    ActionType_Unmute = 8,
-    ActionType_SetVolume = 9,
-    ActionType_ResetVolume = 10,
-    ActionType_SetState = 11,
-    ActionType_SetSwitch = 12,
-    ActionType_PostTrigger = 13,
-    ActionType_SetGameParameter = 14,
-    ActionType_ResetGameParameter = 15,
+    ActionType_BypassBusEffects = 7,
+    ActionType_Mute = 8,
+    ActionType_SetPitch = 9,
+    ActionType_RestoreBusEffects = 10,
+    ActionType_Unmute = 11,
+    ActionType_ResetPitch = 12,
+    ActionType_SetVolume = 13,
+    ActionType_ResetVolume = 14,
+    ActionType_SetState = 15,
+    ActionType_SetSwitch = 16,
+    ActionType_PostTrigger = 17,
+    ActionType_SetGameParameter = 18,
+    ActionType_ResetGameParameter = 19,
+    ActionType_ReleaseEnvelope = 24,
+    ActionType_SetLoopCount = 26,
+    ActionType_PostEvent = 30,
+    ActionType_ResetRandomHistory = 31,
 };
 
 // Which objects an action acts on. An action on every object needs no target, so a single
@@ -74,6 +85,14 @@ enum ActionType : int
     Action_PostTrigger = 21,
     Action_SetGameParameter = 22,
     Action_ResetGameParameter = 23,
+    Action_ReleaseEnvelope = 24,
+    Action_SetLoopCount = 25,
+    Action_ResetRandomHistory = 26,
+    Action_SetPitch = 27,
+    Action_ResetPitch = 28,
+    Action_BypassBusEffects = 29,
+    Action_RestoreBusEffects = 30,
+    Action_PostEvent = 31,
 };
 } // namespace OrbPropertyEnums
 

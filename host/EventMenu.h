@@ -31,11 +31,19 @@ enum MenuItem : int
     Item_SetVolume = 39,
     Item_ResetVolume = 40,
     Item_ResetVolumeAll = 41,
+    Item_ReleaseEnvelope = 42,
+    Item_SetLoopCount = 43,
+    Item_ResetRandomHistory = 44,
+    Item_SetPitch = 45,
+    Item_ResetPitch = 46,
+    Item_BypassBusEffects = 47,
+    Item_RestoreBusEffects = 48,
     Item_SetState = 50,
     Item_SetSwitch = 53,
     Item_PostTrigger = 58,
     Item_SetGameParameter = 61,
     Item_ResetGameParameter = 62,
+    Item_PostEvent = 64,
 };
 
 // What a validator answers for an entry.

@@ -31,7 +31,8 @@ public:
     UINT GetSelectedCount() const { return static_cast<UINT>(m_selected.size()); }
     HTREEITEM GetFocusedItem() const;
     BOOL IsSelected(HTREEITEM item) const;
-    // Adds the item to the selection, with notification.
+    // Adds the item to the selection, with notification, and makes it the focused row and the
+    // anchor of Shift ranges.
     void SelectItem(HTREEITEM item);
     void DeselectItem(HTREEITEM item);
     // Selects every row, or clears the selection, with notifications.

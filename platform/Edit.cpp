@@ -9,16 +9,30 @@ std::wstring& ClipboardText()
     static std::wstring text;
     return text;
 }
+
+ITextClipboardBackend*& Backend()
+{
+    static ITextClipboardBackend* backend = nullptr;
+    return backend;
+}
 } // namespace
 
-const std::wstring& TextClipboard::Get()
+std::wstring TextClipboard::Get()
 {
-    return ClipboardText();
+    return Backend() ? Backend()->GetText() : ClipboardText();
 }
 
 void TextClipboard::Set(std::wstring text)
 {
-    ClipboardText() = std::move(text);
+    if (Backend())
+        Backend()->SetText(text);
+    else
+        ClipboardText() = std::move(text);
+}
+
+void TextClipboard::SetBackend(ITextClipboardBackend* backend)
+{
+    Backend() = backend;
 }
 
 BOOL CEdit::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id)

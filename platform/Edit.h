@@ -6,12 +6,24 @@
 
 #include <string>
 
-// The process's clipboard of plain text, shared by every edit control.
+// Where the text of the clipboard lives when the process shares the desktop's clipboard.
+class ITextClipboardBackend
+{
+public:
+    virtual ~ITextClipboardBackend() = default;
+    virtual std::wstring GetText() const = 0;
+    virtual void SetText(const std::wstring& text) = 0;
+};
+
+// The process's clipboard of plain text, shared by every edit control and the host's commands
+// that copy text. Without a backend (headless) the process keeps the text itself.
 class TextClipboard
 {
 public:
-    static const std::wstring& Get();
+    static std::wstring Get();
     static void Set(std::wstring text);
+    // Not owned; null goes back to the process's own text.
+    static void SetBackend(ITextClipboardBackend* backend);
 };
 
 class CEdit : public CWnd

@@ -1,5 +1,6 @@
 #include "sonarium/qt/DesktopRun.h"
 
+#include "sonarium/qt/DesktopShell.h"
 #include "sonarium/qt/MainWindow.h"
 #include "sonarium/qt/QtDialogService.h"
 #include "sonarium/qt/QtDrags.h"
@@ -30,6 +31,7 @@ struct DesktopBindings
     ScopedDialogService scoped;
     QtDragDriver drags;
     ScopedDragDriver scopedDrags;
+    DesktopShell shell;
 };
 } // namespace
 

@@ -7,23 +7,30 @@
 #include "sonarium/qt/QtWindowSystemDriver.h"
 
 #include <QMenuBar>
+#include <QShortcut>
 
 namespace sn::qt
 {
 namespace
 {
-// Keys for the commands a user repeats often; Delete is the Edit menu's.
-QKeySequence ShortcutOf(const std::wstring& name)
+// The host command behind an entry, whose key the host's bindings hold; Delete is the Edit
+// menu's.
+const char* HostCommandOf(const std::wstring& name)
 {
     if (name == L"expand-descendants")
-        return QKeySequence(Qt::CTRL | Qt::Key_Plus);
+        return "ViewProject ExplorerExpandDescendants";
     if (name == L"collapse-descendants")
-        return QKeySequence(Qt::CTRL | Qt::Key_Minus);
+        return "ViewProject ExplorerCollapseDescendants";
     if (name == L"batch-rename")
-        return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R);
+        return "ShowBatchRename";
     if (name == L"import-audio")
-        return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I);
-    return {};
+        return "ShowAudioFilesImporter";
+    return nullptr;
+}
+
+QKeySequence KeyOf(AppSession& session, const ROString& command)
+{
+    return QKeySequence::fromString(ToQt(session.GetHost().Keys().KeyOf(command)), QKeySequence::PortableText);
 }
 
 // The marks of the selection's state on the current platform, as the context menu shows them;
@@ -80,7 +87,8 @@ void AddObjectsMenu(QMenuBar& bar, AppSession& session, QtWindowSystemDriver& dr
         if (name == L"expand-descendants" || name == L"load-unload")
             menu->addSeparator();
         QAction* action = into->addAction(ToQt(command.text));
-        action->setShortcut(ShortcutOf(name));
+        if (const char* hostCommand = HostCommandOf(name))
+            action->setShortcut(KeyOf(session, ROString(hostCommand)));
         if (const unsigned id = InclusionId(name))
         {
             action->setCheckable(true);
@@ -91,6 +99,25 @@ void AddObjectsMenu(QMenuBar& bar, AppSession& session, QtWindowSystemDriver& dr
                          {
                              if (Pane* pane = session.ActivePane())
                                  run(*pane->view);
+                             driver.Pump();
+                         });
+    }
+}
+
+void AddCreateCommandKeys(QWidget& window, AppSession& session, QtWindowSystemDriver& driver)
+{
+    Commands& commands = session.GetHost().CommandRegistry();
+    for (const auto& [name, key] : session.GetHost().Keys().All())
+    {
+        // The entries of the Objects menu take their own keys.
+        const ROString command(name);
+        if (!commands.HasCommand(command) || name.find("Create") == std::string::npos)
+            continue;
+        auto* shortcut = new QShortcut(KeyOf(session, command), &window);
+        QObject::connect(shortcut, &QShortcut::activated, &window,
+                         [&commands, &driver, command]
+                         {
+                             commands.ExecuteCommand(command, 0, 0, 0, 0, 0);
                              driver.Pump();
                          });
     }

@@ -15,4 +15,6 @@ namespace sn::qt
 class QtWindowSystemDriver;
 
 void AddObjectsMenu(QMenuBar& bar, AppSession& session, QtWindowSystemDriver& driver, QWidget* owner);
+// The host's keys for the explorer's create commands, acting on the focused pane.
+void AddCreateCommandKeys(QWidget& window, AppSession& session, QtWindowSystemDriver& driver);
 } // namespace sn::qt

@@ -63,6 +63,7 @@ void MainWindow::BuildMenus()
     addEdit(EditCommand::Rename, tr("Re&name"), QKeySequence(Qt::Key_F2));
 
     AddObjectsMenu(*menuBar(), m_session, m_driver, this);
+    AddCreateCommandKeys(*this, m_session, m_driver);
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
     view->addAction(tr("New Explorer &Pane..."), this, &MainWindow::ChooseNewPane);

@@ -1,6 +1,7 @@
 #include "sonarium/qt/ToolbarButton.h"
 
 #include "host/ButtonWithTooltip.h"
+#include "sonarium/ui/menus/MenuShortcuts.h"
 #include "platform/TreeViewTypes.h"
 #include "sonarium/qt/QtCanvas.h"
 #include "sonarium/qt/QtText.h"
@@ -38,7 +39,7 @@ bool ToolbarButton::Sync()
         return false;
     }
     setEnabled(button->IsWindowEnabled() != FALSE);
-    setToolTip(button->ShowsToolTip() ? ToQt(std::wstring(button->GetToolTipText().c_str())) : QString());
+    setToolTip(button->ShowsToolTip() ? ToQt(ShownToolTip(std::wstring(button->GetToolTipText().c_str()))) : QString());
     update();
     return true;
 }

@@ -6,6 +6,7 @@
 #include "explorer/menu/MenuCommandIds.h"
 #include "host/ObjectContextMenu.h"
 #include "platform/Canvas.h"
+#include "platform/Edit.h"
 #include "sonarium/core/plugins/PluginRegistry.h"
 #include "sonarium/core/model/ProjectEdit.h"
 
@@ -142,6 +143,19 @@ TEST_F(ContextMenuTest, ARightClickOffTheLabelShowsNothingAndOnAnUnselectedRowSe
                               L"Batch Rename... [ShowBatchRename]", L"-",
                               L"Import Audio Files... [ShowAudioFilesImporter] (disabled)", L"-", L"Inclusion >", L"-",
                               L"Expand Options >", L"-", L"Inspect"}));
+}
+
+TEST_F(ContextMenuTest, ARightClickedRowBecomesTheFocusedRowThatShiftClicksExtendFrom)
+{
+    // Rain, Thunder and Wind are adjacent rows.
+    Select({kAmbience + L"/Rain"});
+    RightClick(kAmbience + L"/Thunder");
+    EXPECT_EQ(m_view->GetTreeCtrl().GetFocusedItem(), ItemOf(m_view, kAmbience + L"/Thunder"));
+    ClickOn(m_view, kAmbience + L"/Wind", MK_SHIFT);
+    std::vector<IOrbObject*> selected;
+    m_view->GetSelectedObjects(selected);
+    EXPECT_EQ(selected.size(), 2u) << "from the right-clicked row to the shift-clicked one, not from the row before";
+    EXPECT_FALSE(m_view->GetTreeCtrl().IsSelected(ItemOf(m_view, kAmbience + L"/Rain")));
 }
 
 TEST_F(ContextMenuTest, OneRowOffersRenameAndTheCreationSubmenusWithIconsShortcutsAndPresets)
@@ -313,4 +327,87 @@ TEST_F(ContextMenuTest, TheKeyboardOpensTheMenuOfTheFocusedRow)
     EXPECT_EQ(m_menus.shown, 2);
     m_view->GetTreeCtrl().KeyPress(VK_F10, 0);
     EXPECT_EQ(m_menus.shown, 2) << "F10 alone is not the menu key";
+}
+
+TEST_F(ContextMenuTest, EachKindOfSelectionGetsTheEventActionsThatApplyToIt)
+{
+    Open(LR"(
+platform Desktop
+AudioObjects
+  Default Work Unit : WorkUnit
+    Rain : SoundSFX
+    Birds : RandomContainer
+Busses
+  Mixing : WorkUnit
+    Main : Bus
+Music
+  Default Work Unit : WorkUnit
+    Theme : MusicSegment
+Events
+  Default Work Unit : WorkUnit
+    Play_Rain : Event
+)");
+    m_view = OpenView({OrbObjectCategories::AudioObjects, OrbObjectCategories::Busses, OrbObjectCategories::Music,
+                       OrbObjectCategories::Events});
+    // "enabled", "disabled" or "hidden" for an action of the New Event menu of a row.
+    auto state = [&](const std::wstring& row, const std::wstring& action)
+    {
+        Select({row});
+        RightClick(row);
+        for (const std::wstring& line : Submenu(L"New Event"))
+        {
+            const size_t start = line.find_first_not_of(L' ');
+            if (line.compare(start, action.size() + 1, action + L" ") == 0 || line.substr(start) == action)
+                return std::wstring(line.find(L"(disabled)") == std::wstring::npos ? L"enabled" : L"disabled");
+        }
+        return std::wstring(L"hidden");
+    };
+    const std::wstring rain = L"AudioObjects/Default Work Unit/Rain";
+    const std::wstring birds = L"AudioObjects/Default Work Unit/Birds";
+    const std::wstring event = L"Events/Default Work Unit/Play_Rain";
+    EXPECT_EQ(state(rain, L"Play"), L"enabled");
+    EXPECT_EQ(state(rain, L"Set Pitch"), L"enabled");
+    EXPECT_EQ(state(rain, L"Post Event"), L"disabled");
+    EXPECT_EQ(state(rain, L"Bypass Bus Effects"), L"disabled");
+    EXPECT_EQ(state(rain, L"Reset Random History"), L"disabled");
+    EXPECT_EQ(state(rain, L"Stop All Except"), L"hidden");
+    EXPECT_EQ(state(birds, L"Reset Random History"), L"enabled");
+    EXPECT_EQ(state(L"Music/Default Work Unit/Theme", L"Set Pitch"), L"disabled");
+    EXPECT_EQ(state(L"Busses/Mixing/Main", L"Bypass Bus Effects"), L"enabled");
+    EXPECT_EQ(state(event, L"Play"), L"disabled");
+    EXPECT_EQ(state(event, L"Post Event"), L"enabled") << "an event's menu offers an event that posts it";
+
+    // Chosen: a new event whose action posts the selected one.
+    m_menus.choices = {L"New Event/Post Event"};
+    RightClick(event);
+    const std::vector<std::wstring> events = ChildNames(L"Events/Default Work Unit");
+    ASSERT_EQ(events.size(), 2u);
+    const sn::ProjectObject* made = At(L"Events/Default Work Unit/" + events.back());
+    ASSERT_EQ(made->Children().size(), 1u);
+    EXPECT_EQ(made->Children()[0]->GetProperty("ActionType"), L"PostEvent");
+    EXPECT_EQ(made->Children()[0]->GetProperty("Target"),
+              Utf8::ToWide(GuidText::ToString(*At(event)->GetGUID())));
+}
+
+TEST_F(ContextMenuTest, TheHostsOwnEntriesFollowTheirOptionBitsAndCopyGuidsAsText)
+{
+    Select({kAmbience + L"/Rain", kAmbience + L"/Wind"});
+    TextClipboard::Set(L"before");
+    m_menus.choices = {L"Copy GUID"};
+    RightClick(kAmbience + L"/Rain");
+    const std::wstring text = TextClipboard::Get();
+    for (const std::wstring& row : {kAmbience + L"/Rain", kAmbience + L"/Wind"})
+        EXPECT_NE(text.find(Utf8::ToWide(GuidText::ToString(*At(row)->GetGUID()))), std::wstring::npos) << row;
+    EXPECT_EQ(std::count(text.begin(), text.end(), L'\n'), 1) << "one GUID per line";
+    EXPECT_EQ(UndoSteps(), 0u);
+
+    // Work units never saved have no folder to show yet.
+    const std::vector<std::wstring> top = TopLevel();
+    EXPECT_NE(std::find(top.begin(), top.end(), L"Open Containing Folder (disabled)"), top.end());
+
+    // Only the entries whose bits the caller passes.
+    std::vector<IOrbObject*> objects{At(kAmbience + L"/Rain")};
+    ObjectContextMenu::DoMenu(m_view, objects, ObjectContextMenu::Option_Inspect | ObjectContextMenu::Option_Copy, {},
+                              {});
+    EXPECT_EQ(m_menus.lines, (std::vector<std::wstring>{L"Inspect", L"Copy [Ctrl+C]"}));
 }

@@ -1,14 +1,18 @@
 // The pieces that bind the portable layers to Qt: the event-loop driver, key and modifier
-// translation, and file-dialog filters.
+// translation, file-dialog filters, and host menus shown as QMenus.
 
+#include "platform/Menu.h"
 #include "platform/WinConstants.h"
 #include "platform/Wnd.h"
 #include "sonarium/qt/QtDialogService.h"
+#include "sonarium/qt/QtMenuPresenter.h"
 #include "sonarium/qt/QtWindowSystemDriver.h"
 #include "sonarium/qt/TreeInput.h"
 
 #include <QCoreApplication>
+#include <QActionGroup>
 #include <QDeadlineTimer>
+#include <QMenu>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -146,4 +150,35 @@ TEST(QtDialogs, HostFiltersBecomeQtFilters)
     EXPECT_EQ(FileFilter(L""), QString());
     // A description without patterns is dropped rather than shown broken.
     EXPECT_EQ(FileFilter(L"Sounds|*.wav|Dangling"), QStringLiteral("Sounds (*.wav)"));
+}
+
+TEST(QtMenuPresenterTest, RadioMarksBecomeExclusiveRadioEntriesAndCommandsShowTheirKeys)
+{
+    CMenu menu;
+    menu.CreatePopupMenu();
+    menu.AppendMenu(MF_STRING, 1, L"Include Selection");
+    menu.AppendMenu(MF_STRING, 2, L"Exclude Selection");
+    menu.AppendMenu(MF_SEPARATOR);
+    menu.AppendMenu(MF_STRING, 3, L"Link");
+    menu.AppendMenu(MF_STRING, 4, L"Unlink");
+    menu.AppendMenu(MF_SEPARATOR);
+    menu.AppendMenu(MF_STRING, 5, L"Rename\tF2");
+    menu.CheckMenuRadioItem(1, 2, 2, MF_BYCOMMAND);
+
+    QMenu shown;
+    sn::qt::QtMenuPresenter::Fill(shown, menu.GetSafeHmenu());
+    QList<QAction*> actions;
+    for (QAction* action : shown.actions())
+        if (!action->isSeparator())
+            actions.push_back(action);
+    ASSERT_EQ(actions.size(), 5);
+    // The marked run is one exclusive group; a run without a mark (a mixed selection) is plain.
+    ASSERT_TRUE(actions[0]->actionGroup());
+    EXPECT_EQ(actions[0]->actionGroup(), actions[1]->actionGroup());
+    EXPECT_TRUE(actions[0]->actionGroup()->isExclusive());
+    EXPECT_FALSE(actions[0]->isChecked());
+    EXPECT_TRUE(actions[1]->isChecked());
+    EXPECT_FALSE(actions[2]->isCheckable());
+    EXPECT_FALSE(actions[2]->actionGroup());
+    EXPECT_EQ(actions[4]->text(), QStringLiteral("Rename\tF2"));
 }

@@ -11,6 +11,7 @@
 #include "sonarium/ui/inspector/ObjectFacts.h"
 #include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/ui/dialogs/ScriptedDialogService.h"
+#include "sonarium/ui/menus/MenuShortcuts.h"
 
 #include <array>
 
@@ -86,7 +87,7 @@ bool ScriptRunner::PrintToolbar(Words const& words, std::wstring& error)
     for (CButtonWithTooltip* button : pane->view->GetObjectToolbar().Buttons())
         lines.push_back(PMTreeNode::GetNodeTypeName(static_cast<PMTreeNode::NodeType>(button->GetDlgCtrlID())) +
                         L": " + (button->IsWindowEnabled() ? L"enabled" : L"disabled") + L", " +
-                        QuotedText(button->GetToolTipText()));
+                        QuotedText(ShownToolTip(std::wstring(button->GetToolTipText().c_str()))));
     Indented(m_out, L"toolbar", lines);
     return true;
 }

@@ -242,6 +242,7 @@ void ScriptRunner::AddCommands()
     AddAudioStateCommands();
     AddPlaylistCommands();
     AddCreationCommands();
+    AddContextMenuCommands();
 }
 
 void ScriptRunner::AddSubcommands(std::wstring const& command, std::map<std::wstring, Handler> subcommands)

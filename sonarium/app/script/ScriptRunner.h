@@ -43,6 +43,8 @@ private:
     // ScriptHostState.cpp: playback, editing capabilities, the toolbar, the project.
     void AddHostStateCommands();
     WorkUnitObject* WorkUnitAt(std::wstring const& path, std::wstring& error);
+    // ScriptContextMenu.cpp: the last menu, the text clipboard, folders opened, key bindings.
+    void AddContextMenuCommands();
     // ScriptAudioState.cpp: languages of voices, conversion, the project cache.
     void AddAudioStateCommands();
     // ScriptPlaylist.cpp: the sequences and items of music playlists.

@@ -1,5 +1,7 @@
 #include "sonarium/app/script/ScriptedMenus.h"
 
+#include "sonarium/ui/menus/MenuShortcuts.h"
+
 #include <sstream>
 #include <utility>
 
@@ -46,8 +48,8 @@ void Describe(std::vector<MenuItem> const& items, std::wstring const& indent, st
             continue;
         }
         std::wstring line = indent + MenuEntryText(item.text);
-        if (const size_t tab = item.text.find(L'\t'); tab != std::wstring::npos)
-            line += L"  [" + item.text.substr(tab + 1) + L"]";
+        if (const std::wstring shortcut = ShownShortcut(item.text); !shortcut.empty())
+            line += L"  [" + shortcut + L"]";
         if (item.IsPopup())
             line += L" >";
         if (!item.IsEnabled())

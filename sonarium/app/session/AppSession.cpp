@@ -4,6 +4,7 @@
 #include "host/MessageBox.h"
 #include "host/Utf8.h"
 #include "platform/WindowSystem.h"
+#include "sonarium/app/session/CreateCommands.h"
 #include "sonarium/core/storage/ProjectStorage.h"
 #include "sonarium/ui/dialogs/ChangedFileDlg.h"
 #include "sonarium/ui/dialogs/HostTools.h"
@@ -69,6 +70,12 @@ AppSession::AppSession(HostOptions options) : m_host(std::make_unique<Host>(std:
                                            Pane* pane = ActivePane();
                                            return pane && (pane->view->Expand(false, true), true);
                                        });
+    RegisterCreateCommands(m_host->CommandRegistry(),
+                           [this]
+                           {
+                               Pane* pane = ActivePane();
+                               return pane ? pane->view : nullptr;
+                           });
     m_inspector = std::make_unique<InspectorModel>();
     WindowSystem::Get().SetFocusHook([this](HWND focus) { OnFocusChanged(focus); });
     // A change that must write a read-only file asks the user, through the dialog service.

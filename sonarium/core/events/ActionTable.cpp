@@ -35,6 +35,14 @@ const std::vector<ActionInfo>& All()
         {Action_PostTrigger, "PostTrigger", ActionType_PostTrigger, ActionScope_Target, L"Post Trigger", Targets::Trigger},
         {Action_SetGameParameter, "SetGameParameter", ActionType_SetGameParameter, ActionScope_Target, L"Set Game Parameter", Targets::GameParameter},
         {Action_ResetGameParameter, "ResetGameParameter", ActionType_ResetGameParameter, ActionScope_Target, L"Reset Game Parameter", Targets::GameParameter},
+        {Action_ReleaseEnvelope, "ReleaseEnvelope", ActionType_ReleaseEnvelope, ActionScope_Target, L"Release Envelope", Targets::Playable},
+        {Action_SetLoopCount, "SetLoopCount", ActionType_SetLoopCount, ActionScope_Target, L"Set Loop Count", Targets::Playable},
+        {Action_ResetRandomHistory, "ResetRandomHistory", ActionType_ResetRandomHistory, ActionScope_Target, L"Reset Random History", Targets::Container},
+        {Action_SetPitch, "SetPitch", ActionType_SetPitch, ActionScope_Target, L"Set Pitch", Targets::SoundOrBus},
+        {Action_ResetPitch, "ResetPitch", ActionType_ResetPitch, ActionScope_Target, L"Reset Pitch", Targets::SoundOrBus},
+        {Action_BypassBusEffects, "BypassBusEffects", ActionType_BypassBusEffects, ActionScope_Target, L"Bypass Bus Effects", Targets::Bus},
+        {Action_RestoreBusEffects, "RestoreBusEffects", ActionType_RestoreBusEffects, ActionScope_Target, L"Restore Bus Effects", Targets::Bus},
+        {Action_PostEvent, "PostEvent", ActionType_PostEvent, ActionScope_Target, L"Post Event", Targets::Event},
     };
     // clang-format on
     return actions;
@@ -90,6 +98,17 @@ bool CanTarget(const ActionInfo& action, OrbObjectType targetType)
         return playable();
     case Targets::PlayableOrBus:
         return playable() || targetType == OrbObjectType_Bus || targetType == OrbObjectType_AuxBus;
+    case Targets::SoundOrBus:
+        return targetType == OrbObjectType_ActorMixer || targetType == OrbObjectType_Container ||
+               targetType == OrbObjectType_SwitchContainer || targetType == OrbObjectType_BlendContainer ||
+               targetType == OrbObjectType_Sound || targetType == OrbObjectType_Bus ||
+               targetType == OrbObjectType_AuxBus;
+    case Targets::Bus:
+        return targetType == OrbObjectType_Bus || targetType == OrbObjectType_AuxBus;
+    case Targets::Container:
+        return targetType == OrbObjectType_Container;
+    case Targets::Event:
+        return targetType == OrbObjectType_Event;
     case Targets::State:
         return targetType == OrbObjectType_State;
     case Targets::Switch:

@@ -15,6 +15,10 @@ enum class Targets
     None,          // acts on every object: a target means nothing to it
     Playable,      // actor-mixers, containers, sounds and music objects
     PlayableOrBus, // the same, and busses
+    SoundOrBus,    // what has a pitch: actor-mixers, containers, sounds and busses, not music
+    Bus,           // busses and auxiliary busses
+    Container,     // random and sequence containers
+    Event,
     State,
     Switch,
     Trigger,

@@ -8,6 +8,7 @@
 #include "sonarium/core/notify/NotifyManager.h"
 #include "sonarium/core/plugins/PluginRegistry.h"
 #include "sonarium/core/prefs/PreferencesStore.h"
+#include "sonarium/core/services/KeyBindings.h"
 #include "sonarium/core/services/Services.h"
 #include "sonarium/core/sourcecontrol/SourceControlStatus.h"
 #include "sonarium/core/sourcecontrol/WritableFiles.h"
@@ -49,6 +50,7 @@ public:
     MainWindowState& MainWindow() { return m_mainWindow; }
     Commands& CommandRegistry() { return m_commands; }
     EditingCapabilities& Capabilities() { return m_capabilities; }
+    KeyBindings& Keys() { return m_keys; }
     // What a change does with read-only files: the application installs the question it asks.
     WritableFiles& Files() { return m_files; }
     PluginRegistry& Plugins() { return m_plugins; }
@@ -90,6 +92,7 @@ private:
     MainWindowState m_mainWindow;
     Commands m_commands;
     EditingCapabilities m_capabilities;
+    KeyBindings m_keys;
     ServiceProvider m_services;
     std::unique_ptr<ProjectManagerImpl> m_projectManager;
     PluginRegistry m_plugins;

@@ -43,7 +43,7 @@ const std::array<TypeInfo, 37> kTypes{{
     {N::AuxBus, OrbObjectType_AuxBus, "AuxBus", L"Auxiliary Bus", OrbObjectCategories::Busses, "101111111100"},
     {N::AudioSource, OrbObjectType_AudioSource, "AudioSource", L"Audio Source", NoCategory, "100000100000"},
     {N::EventAction, OrbObjectType_EventAction, "EventAction", L"Event Action", NoCategory, "100000000000"},
-    {N::Event, OrbObjectType_Event, "Event", L"Event", OrbObjectCategories::Events, "101010101100"},
+    {N::Event, OrbObjectType_Event, "Event", L"Event", OrbObjectCategories::Events, "101010111100"},
     {N::SoundBank, OrbObjectType_SoundBank, "SoundBank", L"SoundBank", OrbObjectCategories::SoundBanks, "101010100100"},
     {N::Switch, OrbObjectType_Switch, "Switch", L"Switch", OrbObjectCategories::Switches, "101000100100"},
     {N::SwitchGroup, OrbObjectType_SwitchGroup, "SwitchGroup", L"Switch Group", OrbObjectCategories::Switches, "101110110100"},

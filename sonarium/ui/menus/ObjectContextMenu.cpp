@@ -2,10 +2,16 @@
 
 #include "host/HostMessages.h"
 #include "host/OrbObjNotify.h"
+#include "host/Guid.h"
 #include "host/StringHelp.h"
+#include "host/Utf8.h"
+#include "platform/Edit.h"
+#include "platform/Shell.h"
 #include "platform/Wnd.h"
+#include "sonarium/core/storage/WorkUnitFile.h"
 
-#include <memory>
+#include <algorithm>
+#include <filesystem>
 
 const ObjectContextMenu::MenuItem ObjectContextMenu::k_separator{CStdStr<wchar_t>(), false, false, 0, 0, ROString(),
                                                                  nullptr};
@@ -16,6 +22,42 @@ namespace
 bool OwnerAllows(CWnd* owner, UINT canMessage)
 {
     return owner && owner->SendMessage(canMessage) == HostMessages::Allowed;
+}
+
+// The objects' identities as text, one braced GUID per line.
+std::wstring GuidsText(const std::vector<IOrbObject*>& objects)
+{
+    std::wstring text;
+    for (IOrbObject* object : objects)
+        if (const GUID* guid = object ? object->GetGUID() : nullptr)
+            text += (text.empty() ? L"" : L"\n") + Utf8::ToWide(GuidText::ToString(*guid));
+    return text;
+}
+
+// The folders of the files of the work units that hold the objects, each once, in the objects'
+// order (only the first when that is all the caller needs to know); a work unit never saved has
+// no folder yet.
+std::vector<std::wstring> ContainingFolders(const std::vector<IOrbObject*>& objects, bool firstOnly = false)
+{
+    std::vector<std::wstring> folders;
+    for (IOrbObject* object : objects)
+    {
+        const sn::ProjectObject* projectObject = sn::AsProjectObject(object);
+        const sn::WorkUnitObject* unit = projectObject ? projectObject->OwningWorkUnit() : nullptr;
+        if (!unit)
+            continue;
+        const std::filesystem::path file = sn::DescribeWorkUnitFile(*unit).path;
+        if (file.empty())
+            continue;
+        std::error_code error;
+        const std::filesystem::path absolute = std::filesystem::absolute(file.parent_path(), error);
+        const std::wstring folder = Utf8::ToWide((error ? file.parent_path() : absolute).lexically_normal().string());
+        if (std::find(folders.begin(), folders.end(), folder) == folders.end())
+            folders.push_back(folder);
+        if (firstOnly)
+            break;
+    }
+    return folders;
 }
 
 void AppendHostEntries(CMenu& menu, CWnd* owner, const std::vector<IOrbObject*>& objects, unsigned long options)
@@ -32,6 +74,12 @@ void AppendHostEntries(CMenu& menu, CWnd* owner, const std::vector<IOrbObject*>&
     append(O::Option_Cut, O::Command_Cut, L"Cut\tCtrl+X", OwnerAllows(owner, HostMessages::CanCut));
     append(O::Option_Copy, O::Command_Copy, L"Copy\tCtrl+C", OwnerAllows(owner, HostMessages::CanCopy));
     append(O::Option_Paste, O::Command_Paste, L"Paste\tCtrl+V", OwnerAllows(owner, HostMessages::CanPaste));
+    if (menu.GetMenuItemCount() > 0 && (options & (O::Option_CopyGuid | O::Option_OpenContainingFolder)))
+        menu.AppendMenu(MF_SEPARATOR);
+    append(O::Option_CopyGuid, O::Command_CopyGuid, L"Copy GUID",
+           std::any_of(objects.begin(), objects.end(), [](IOrbObject* object) { return object && object->GetGUID(); }));
+    append(O::Option_OpenContainingFolder, O::Command_OpenContainingFolder, L"Open Containing Folder",
+           !ContainingFolders(objects, true).empty());
 }
 
 void RunHostEntry(uint32_t id, CWnd* owner, const std::vector<IOrbObject*>& objects)
@@ -51,6 +99,13 @@ void RunHostEntry(uint32_t id, CWnd* owner, const std::vector<IOrbObject*>& obje
         break;
     case O::Command_Paste:
         owner->SendMessage(WM_PASTE);
+        break;
+    case O::Command_CopyGuid:
+        TextClipboard::Set(GuidsText(objects));
+        break;
+    case O::Command_OpenContainingFolder:
+        for (const std::wstring& folder : ContainingFolders(objects))
+            Shell::OpenFolder(folder);
         break;
     default:
         break;

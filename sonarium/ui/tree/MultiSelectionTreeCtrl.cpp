@@ -132,6 +132,13 @@ void MultiSelectionTreeCtrl::ChangeSelection(HTREEITEM item, bool select, UINT a
 void MultiSelectionTreeCtrl::SelectItem(HTREEITEM item)
 {
     ChangeSelection(item, true, TVC_UNKNOWN);
+    // The row the program selects is where the keyboard and Shift+clicks go on from, as after
+    // a click; an older focus would make the next range start at a row the user left.
+    if (ItemExists(item) && IsSelected(item))
+    {
+        SetFocusItem(item);
+        m_anchor = item;
+    }
 }
 
 void MultiSelectionTreeCtrl::DeselectItem(HTREEITEM item)
