@@ -170,6 +170,29 @@ TEST_F(ClipboardDragDropTest, ACutIsMarkedMovesOnceKeepingItsIdentityAndLeavesTh
     EXPECT_EQ(ChildNames(kAmbience), (std::vector<std::wstring>{L"Rain", L"Thunder"}));
 }
 
+TEST_F(ClipboardDragDropTest, AMoveBesideAnObjectOfTheSameNameTakesAFreeNameInTheSameUndoStep)
+{
+    EXPECT_EQ(DragOnto({kAmbience + L"/Thunder"}, kStorm, MK_CONTROL), DROPEFFECT_COPY);
+    const GUID thunder = *At(kAmbience + L"/Thunder")->GetGUID();
+    SelectRows(m_view, {kAmbience + L"/Thunder"});
+    Send(WM_CUT);
+    SelectRows(m_view, {kStorm});
+    Send(WM_PASTE);
+    EXPECT_EQ(ChildNames(kStorm), (std::vector<std::wstring>{L"Gust", L"Thunder", L"Thunder 1"}));
+    EXPECT_EQ(*At(kStorm + L"/Thunder 1")->GetGUID(), thunder);
+    EXPECT_TRUE(m_view->GetTreeCtrl().IsSelected(ItemOf(m_view, kStorm + L"/Thunder 1")));
+
+    ASSERT_TRUE(IUndoMgr::m_instance->Undo());
+    EXPECT_EQ(ChildNames(kAmbience), (std::vector<std::wstring>{L"Rain", L"Thunder"}));
+    EXPECT_EQ(*At(kAmbience + L"/Thunder")->GetGUID(), thunder);
+    EXPECT_EQ(ChildNames(kStorm), (std::vector<std::wstring>{L"Gust", L"Thunder"}));
+
+    // A drag moves the same way.
+    EXPECT_EQ(DragOnto({kAmbience + L"/Thunder"}, kStorm, 0), DROPEFFECT_MOVE);
+    EXPECT_EQ(ChildNames(kStorm), (std::vector<std::wstring>{L"Gust", L"Thunder", L"Thunder 1"}));
+    EXPECT_EQ(ChildNames(kAmbience), std::vector<std::wstring>{L"Rain"});
+}
+
 TEST_F(ClipboardDragDropTest, ANewCopyClearsTheCutMarksAndAPasteOfADeletedObjectDoesNothing)
 {
     SelectRows(m_view, {kAmbience + L"/Thunder"});
@@ -264,4 +287,34 @@ TEST_F(ClipboardDragDropTest, HoveringNearAnEdgeStartsOneScrollTimerThatLeavingS
     }
     source->InternalRelease();
     EXPECT_EQ(CScrollTreeDropTarget::m_idScrollTimer, 0u);
+}
+
+TEST_F(ClipboardDragDropTest, HoveringAtTheSideEdgesScrollsWideRowsSidewaysAtEachTick)
+{
+    PETreeCtrl& tree = m_view->GetTreeCtrl();
+    tree.SetTextMeasure([](const std::wstring&) { return 2000; });
+    CRect client;
+    tree.GetClientRect(&client);
+    COleDataSource* source = new COleDataSource;
+    source->CacheGlobalData(CF_HDROP, MakeDropFiles({L"/nowhere.wav"}));
+    {
+        DragSession drag(*source, DROPEFFECT_COPY);
+        drag.MoveTo(tree.GetSafeHwnd(), CPoint(client.right - 10, client.top + 40), MK_LBUTTON);
+        EXPECT_EQ(CScrollTreeDropTarget::m_ihScrollDir, 1);
+        WindowSystem::Get().Advance(74);
+        EXPECT_EQ(tree.GetScrollX(), 0);
+        WindowSystem::Get().Advance(1);
+        EXPECT_EQ(tree.GetScrollX(), tree.GetIndent());
+        WindowSystem::Get().Advance(75);
+        EXPECT_EQ(tree.GetScrollX(), 2 * tree.GetIndent());
+        drag.MoveTo(tree.GetSafeHwnd(), CPoint(client.left + 10, client.top + 40), MK_LBUTTON);
+        EXPECT_EQ(CScrollTreeDropTarget::m_ihScrollDir, -1);
+        WindowSystem::Get().Advance(75);
+        EXPECT_EQ(tree.GetScrollX(), tree.GetIndent());
+        drag.Cancel();
+    }
+    source->InternalRelease();
+    WindowSystem::Get().Advance(150);
+    EXPECT_EQ(tree.GetScrollX(), tree.GetIndent()) << "the drag is over: the tree stays where it is";
+    tree.SetTextMeasure(nullptr);
 }

@@ -1,6 +1,7 @@
 // The pieces that bind the portable layers to Qt: the event-loop driver, key and modifier
 // translation, and file-dialog filters.
 
+#include "host/DragDropHelpers.h"
 #include "platform/WinConstants.h"
 #include "platform/Wnd.h"
 #include "sonarium/qt/QtDialogService.h"
@@ -8,7 +9,9 @@
 #include "sonarium/qt/TreeInput.h"
 
 #include <QCoreApplication>
+#include <QCursor>
 #include <QDeadlineTimer>
+#include <QGuiApplication>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -146,4 +149,27 @@ TEST(QtDialogs, HostFiltersBecomeQtFilters)
     EXPECT_EQ(FileFilter(L""), QString());
     // A description without patterns is dropped rather than shown broken.
     EXPECT_EQ(FileFilter(L"Sounds|*.wav|Dangling"), QStringLiteral("Sounds (*.wav)"));
+}
+
+TEST_F(QtDriver, TheWaitCursorCoversNestedBusyWorkOnceAndLeavesWithTheDriver)
+{
+    ASSERT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    {
+        sn::qt::QtWindowSystemDriver driver;
+        {
+            CXAutoWaitCursor outer;
+            ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+            EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+            {
+                CXAutoWaitCursor inner;
+            }
+            EXPECT_NE(QGuiApplication::overrideCursor(), nullptr) << "the outer work is not over";
+        }
+        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+        WindowSystem::Get().BeginWaitCursor();
+        EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
+    }
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "a driver that goes takes its cursor back";
+    WindowSystem::Get().EndWaitCursor();
+    EXPECT_FALSE(WindowSystem::Get().IsWaitCursorShown());
 }

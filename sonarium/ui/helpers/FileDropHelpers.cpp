@@ -8,11 +8,13 @@
 #include "host/ProjectManager.h"
 #include "host/StringHelp.h"
 #include "platform/Ole.h"
+#include "platform/WindowSystem.h"
 #include "sonarium/core/import/AudioFile.h"
 #include "sonarium/core/import/AudioImport.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/Project.h"
 #include "sonarium/ui/dialogs/AudioFilesImporterDlg.h"
+#include "sonarium/ui/helpers/DropFileCheck.h"
 
 #include <cwctype>
 #include <fstream>
@@ -39,7 +41,7 @@ bool IsMidiFile(const std::filesystem::path& path)
 
 bool IsImportable(const std::filesystem::path& path)
 {
-    return IsMidiName(path.wstring()) ? IsMidiFile(path) : sn::audio::ReadAudioFileInfo(path).ok;
+    return sn::DropFileProblem(path).empty();
 }
 
 // The project of the running host, found through its audio objects.
@@ -76,9 +78,18 @@ void Report(const std::wstring& text)
 {
     CXMessageBox(text.c_str(), MB_OK | MB_ICONEXCLAMATION, StringHelp::Localize(L"Files Import").c_str());
 }
-
-int s_waitCursors = 0;
 } // namespace
+
+std::wstring sn::DropFileProblem(const std::filesystem::path& path)
+{
+    if (!IsMidiName(path.wstring()))
+        return sn::audio::ReadAudioFileInfo(path).problem;
+    std::error_code failure;
+    if (!std::filesystem::is_regular_file(path, failure))
+        return StringHelp::Localize(L"there is no file by this name").c_str();
+    return IsMidiFile(path) ? std::wstring()
+                            : StringHelp::Localize(L"the file is named .mid but is not a standard MIDI file").c_str();
+}
 
 bool DragDropHelpers::GetDropFilesArray(HDROP drop, std::vector<CStdStr<wchar_t>>& files)
 {
@@ -136,7 +147,11 @@ bool AudioFilesImporter::ImportFiles(DWORD languageId, const std::vector<CStdStr
         Report(std::wstring(StringHelp::Localize(L"These files cannot be imported:").c_str()) + problems);
         return false;
     }
-    const sn::audio::ImportResult result = import.Run(choices, [](size_t, const std::wstring&) { return true; });
+    sn::audio::ImportResult result;
+    {
+        CXAutoWaitCursor wait;
+        result = import.Run(choices, [](size_t, const std::wstring&) { return true; });
+    }
     if (!result.problems.empty())
     {
         std::wstring text = StringHelp::Localize(L"The import failed:").c_str();
@@ -177,10 +192,10 @@ DWORD AudioFileLanguages::GetCurrentLanguageId()
 
 CXAutoWaitCursor::CXAutoWaitCursor()
 {
-    ++s_waitCursors;
+    WindowSystem::Get().BeginWaitCursor();
 }
 
 CXAutoWaitCursor::~CXAutoWaitCursor()
 {
-    --s_waitCursors;
+    WindowSystem::Get().EndWaitCursor();
 }
