@@ -1,11 +1,14 @@
-// Pasting objects into a large project, as the user's Paste does: a copy of 1, 100 or 1,000
-// sounds, and the move of a cut, into one container of a project of a hundred thousand objects
-// with ten thousand rows shown. The paste, the project's change and the tree's refresh are timed
-// together; the tree should be rebuilt once per paste, whatever the number of objects.
+// Pasting and dropping objects into a large project, as the user does: a copy of 1, 100 or 1,000
+// sounds, the move of a cut, and a drag that moves them, into one container of a project of a
+// hundred thousand objects with ten thousand rows shown. The command, the project's change and
+// the tree's refresh are timed together. The tree is rebuilt once per paste or drop, whatever the
+// number of objects; a paste then refills it once more to reveal and select what it pasted.
 
 #include "BenchHost.h"
 
 #include "host/GlobalProp.h"
+#include "host/OrbObjectDataSource.h"
+#include "platform/Ole.h"
 #include "platform/WindowSystem.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/Project.h"
@@ -49,7 +52,29 @@ PasteCase FindCase(BenchHost& host, size_t count)
     return found;
 }
 
-void Paste(benchmark::State& state, bool cut)
+// Drags the objects onto the row and drops them there with no key held: a move.
+void DragOnto(BenchHost& host, const std::vector<IOrbObject*>& objects, HTREEITEM row)
+{
+    auto* source = new COrbObjectDataSource(SonariumDragSource_ProjectTree, nullptr);
+    source->Init(objects);
+    {
+        RECT label{};
+        host.Tree().GetItemRect(row, &label, TRUE);
+        DragSession drag(*source, DROPEFFECT_COPY | DROPEFFECT_MOVE | DROPEFFECT_LINK);
+        drag.MoveTo(host.Tree().GetSafeHwnd(), CPoint(label.left + 2, (label.top + label.bottom) / 2), MK_LBUTTON);
+        drag.Drop();
+    }
+    source->InternalRelease();
+}
+
+enum class Gesture
+{
+    PasteCopy,
+    PasteCut,
+    DragMove,
+};
+
+void Paste(benchmark::State& state, Gesture gesture)
 {
     BenchHost host(kProjectSize);
     host.ExpandUntilShown(kShownRows);
@@ -66,17 +91,23 @@ void Paste(benchmark::State& state, bool cut)
     for (auto _ : state)
     {
         state.PauseTiming();
-        host.Host().Clipboard().SetObjects(paste.sounds, cut ? 0x30 : 0x10);
+        host.Host().Clipboard().SetObjects(paste.sounds, gesture == Gesture::PasteCut ? 0x30 : 0x10);
         tree.SelectAll(false);
-        tree.SelectItem(tree.GetItemWithGUID(destination, TVI_ROOT));
+        HTREEITEM row = tree.GetItemWithGUID(destination, TVI_ROOT);
+        tree.SelectItem(row);
+        tree.EnsureVisible(row);
         WindowSystem::Get().RunUntilIdle();
         const uint64_t suspensions = tree.RedrawSuspensionCount();
         state.ResumeTiming();
-        host.View().SendMessage(WM_PASTE, 0, 0);
+        if (gesture == Gesture::DragMove)
+            DragOnto(host, paste.sounds, row);
+        else
+            host.View().SendMessage(WM_PASTE, 0, 0);
         WindowSystem::Get().RunUntilIdle();
         state.PauseTiming();
         refreshes += tree.RedrawSuspensionCount() - suspensions;
-        pasted = cut ? paste.sounds.size() : host.Host().GetProject()->ObjectCount() - before;
+        pasted = gesture == Gesture::PasteCopy ? host.Host().GetProject()->ObjectCount() - before
+                                               : paste.sounds.size();
         {
             // Undone in one go, as the host's Undo does, so that the next iteration pastes the same.
             ScopedGlobalPropRaise lock(sn::propLockUIUpdate);
@@ -94,13 +125,19 @@ void Paste(benchmark::State& state, bool cut)
 
 void BM_PasteCopy(benchmark::State& state)
 {
-    Paste(state, false);
+    Paste(state, Gesture::PasteCopy);
 }
 BENCHMARK(BM_PasteCopy)->Arg(1)->Arg(100)->Arg(1'000)->Unit(benchmark::kMillisecond)->Iterations(10);
 
 void BM_PasteCut(benchmark::State& state)
 {
-    Paste(state, true);
+    Paste(state, Gesture::PasteCut);
 }
 BENCHMARK(BM_PasteCut)->Arg(1)->Arg(100)->Arg(1'000)->Unit(benchmark::kMillisecond)->Iterations(10);
+
+void BM_DragMove(benchmark::State& state)
+{
+    Paste(state, Gesture::DragMove);
+}
+BENCHMARK(BM_DragMove)->Arg(1)->Arg(100)->Arg(1'000)->Unit(benchmark::kMillisecond)->Iterations(10);
 } // namespace

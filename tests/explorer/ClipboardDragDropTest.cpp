@@ -193,6 +193,31 @@ TEST_F(ClipboardDragDropTest, AMoveBesideAnObjectOfTheSameNameTakesAFreeNameInTh
     EXPECT_EQ(ChildNames(kAmbience), std::vector<std::wstring>{L"Rain"});
 }
 
+TEST_F(ClipboardDragDropTest, TheTreeIsRebuiltOncePerDropOrPasteWhateverTheNumberOfObjects)
+{
+    PETreeCtrl& tree = m_view->GetTreeCtrl();
+    Reveal(m_view, kStorm + L"/Gust");
+    uint64_t before = tree.RedrawSuspensionCount();
+    EXPECT_EQ(DragOnto({kAmbience + L"/Rain", kAmbience + L"/Thunder"}, kStorm, 0), DROPEFFECT_MOVE);
+    EXPECT_EQ(tree.RedrawSuspensionCount() - before, 1u);
+
+    // A paste rebuilds once for the change, then reveals and selects what it pasted.
+    auto paste = [&](std::initializer_list<std::wstring> rows)
+    {
+        SelectRows(m_view, rows);
+        Send(WM_COPY);
+        SelectRows(m_view, {kAmbience});
+        const uint64_t start = tree.RedrawSuspensionCount();
+        Send(WM_PASTE);
+        return tree.RedrawSuspensionCount() - start;
+    };
+    const uint64_t perPaste[2] = {paste({kStorm + L"/Gust"}),
+                                  paste({kStorm + L"/Gust", kStorm + L"/Rain", kStorm + L"/Thunder"})};
+    EXPECT_EQ(ChildNames(kAmbience).size(), 4u);
+    EXPECT_EQ(perPaste[0], 2u);
+    EXPECT_EQ(perPaste[1], perPaste[0]);
+}
+
 TEST_F(ClipboardDragDropTest, ANewCopyClearsTheCutMarksAndAPasteOfADeletedObjectDoesNothing)
 {
     SelectRows(m_view, {kAmbience + L"/Thunder"});
