@@ -7,6 +7,7 @@
 #include "host/OrbObjectDataSource.h"
 #include "platform/Ole.h"
 #include "host/Undo.h"
+#include "sonarium/core/import/AudioWriter.h"
 #include "sonarium/core/model/ProjectEdit.h"
 
 #include <fstream>
@@ -286,6 +287,43 @@ TEST_F(ClipboardDragDropTest, FilesThatAreNotAudioAndControlWithAltAreRefused)
         WindowSystem::Get().RunUntilIdle();
     }
     EXPECT_EQ(ChildNames(kAmbience), (std::vector<std::wstring>{L"Rain", L"Thunder"}));
+}
+
+TEST_F(ClipboardDragDropTest, ADroppedFolderBringsTheSoundsInItAndOneWithoutSoundsIsRefused)
+{
+    const std::filesystem::path folder = m_dir / "Gravel";
+    std::filesystem::create_directories(folder / "More");
+    std::filesystem::create_directories(folder / ".cache");
+    std::string error;
+    for (const std::filesystem::path& file :
+         {folder / "Step_B.wav", folder / "More" / "Step_C.wav", folder / "Step_A.wav", folder / ".cache" / "x.wav"})
+        ASSERT_TRUE(sn::audio::WriteWav(file, sn::audio::Synthesize(L"Footstep", 8000), 16, error)) << error;
+    std::ofstream(folder / "readme.txt") << "recorded on gravel";
+    const std::filesystem::path notes = m_dir / "Notes";
+    std::filesystem::create_directories(notes);
+    std::ofstream(notes / "readme.txt") << "nothing to hear";
+    // Imported files are kept in the project's folder.
+    sn::StorageProblems problems;
+    ASSERT_TRUE(sn::SaveProjectAs(*HostRef().GetProject(), m_dir / "Project", problems));
+
+    auto dropWithCtrl = [&](const std::filesystem::path& dropped)
+    {
+        COleDataSource* source = new COleDataSource;
+        source->CacheGlobalData(CF_HDROP, MakeDropFiles({dropped.wstring()}));
+        DROPEFFECT effect;
+        {
+            DragSession drag(*source, DROPEFFECT_COPY | DROPEFFECT_MOVE | DROPEFFECT_LINK);
+            drag.MoveTo(m_view->GetTreeCtrl().GetSafeHwnd(), LabelOf(kAmbience), MK_CONTROL | MK_LBUTTON);
+            effect = drag.Drop();
+        }
+        source->InternalRelease();
+        WindowSystem::Get().RunUntilIdle();
+        return effect;
+    };
+    EXPECT_EQ(dropWithCtrl(notes), DROPEFFECT_NONE);
+    EXPECT_EQ(dropWithCtrl(folder), DROPEFFECT_COPY);
+    EXPECT_EQ(ChildNames(kAmbience),
+              (std::vector<std::wstring>{L"Rain", L"Thunder", L"Step_C", L"Step_A", L"Step_B"}));
 }
 
 TEST_F(ClipboardDragDropTest, HoveringNearAnEdgeStartsOneScrollTimerThatLeavingStops)
