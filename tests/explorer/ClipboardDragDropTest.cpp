@@ -101,6 +101,22 @@ protected:
         return effect;
     }
 
+    // Drops files from a file manager onto a row with the keys held; the effect performed.
+    DROPEFFECT DropFilesOnto(const std::vector<std::wstring>& files, const std::wstring& onto, DWORD keys)
+    {
+        COleDataSource* source = new COleDataSource;
+        source->CacheGlobalData(CF_HDROP, MakeDropFiles(files));
+        DROPEFFECT effect;
+        {
+            DragSession drag(*source, DROPEFFECT_COPY | DROPEFFECT_MOVE | DROPEFFECT_LINK);
+            drag.MoveTo(m_view->GetTreeCtrl().GetSafeHwnd(), LabelOf(onto), keys | MK_LBUTTON);
+            effect = drag.Drop();
+        }
+        source->InternalRelease();
+        WindowSystem::Get().RunUntilIdle();
+        return effect;
+    }
+
     DlgProjectExplorer* m_view = nullptr;
 };
 
@@ -306,22 +322,8 @@ TEST_F(ClipboardDragDropTest, ADroppedFolderBringsTheSoundsInItAndOneWithoutSoun
     sn::StorageProblems problems;
     ASSERT_TRUE(sn::SaveProjectAs(*HostRef().GetProject(), m_dir / "Project", problems));
 
-    auto dropWithCtrl = [&](const std::filesystem::path& dropped)
-    {
-        COleDataSource* source = new COleDataSource;
-        source->CacheGlobalData(CF_HDROP, MakeDropFiles({dropped.wstring()}));
-        DROPEFFECT effect;
-        {
-            DragSession drag(*source, DROPEFFECT_COPY | DROPEFFECT_MOVE | DROPEFFECT_LINK);
-            drag.MoveTo(m_view->GetTreeCtrl().GetSafeHwnd(), LabelOf(kAmbience), MK_CONTROL | MK_LBUTTON);
-            effect = drag.Drop();
-        }
-        source->InternalRelease();
-        WindowSystem::Get().RunUntilIdle();
-        return effect;
-    };
-    EXPECT_EQ(dropWithCtrl(notes), DROPEFFECT_NONE);
-    EXPECT_EQ(dropWithCtrl(folder), DROPEFFECT_COPY);
+    EXPECT_EQ(DropFilesOnto({notes.wstring()}, kAmbience, MK_CONTROL), DROPEFFECT_NONE);
+    EXPECT_EQ(DropFilesOnto({folder.wstring()}, kAmbience, MK_CONTROL), DROPEFFECT_COPY);
     EXPECT_EQ(ChildNames(kAmbience),
               (std::vector<std::wstring>{L"Rain", L"Thunder", L"Step_C", L"Step_A", L"Step_B"}));
 }
