@@ -198,15 +198,14 @@ BOOL CTreeCtrl::GetItemRect(HTREEITEM item, LPRECT rect, BOOL textOnly) const
     GetClientRect(&client);
     rect->top = (row - m_scrollRow) * m_itemHeight;
     rect->bottom = rect->top + m_itemHeight;
-    const int scrollX = GetScrollX();
     if (!textOnly)
     {
-        // The whole row: the client's width, or as far as the widest row goes when wider.
+        // The whole row is the client's width; a label running past it is scrolled to.
         rect->left = 0;
-        rect->right = std::max(static_cast<int>(client.right), GetRowsWidth() - scrollX);
+        rect->right = client.right;
         return TRUE;
     }
-    rect->left = LabelLeft(GetItemDepth(item)) - scrollX;
+    rect->left = LabelLeft(GetItemDepth(item)) - GetScrollX();
     rect->right = rect->left + MeasureText(GetItemText(item)) + 2 * LabelPadding;
     return TRUE;
 }
