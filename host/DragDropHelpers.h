@@ -13,7 +13,8 @@ class ConsoleImportationProgress;
 
 namespace DragDropHelpers
 {
-// The files of a dropped list; false when no file could be read from it.
+// The files of a dropped list, a folder standing for the audio files in it and its subfolders;
+// false when no file could be read from it.
 bool GetDropFilesArray(HDROP drop, std::vector<CStdStr<wchar_t>>& files);
 // True when every file is an audio file libsndfile reads, or a standard MIDI file.
 bool ValidateDropFiles(const std::vector<CStdStr<wchar_t>>& files);

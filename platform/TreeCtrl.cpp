@@ -291,6 +291,7 @@ BOOL CTreeCtrl::SetItemText(HTREEITEM item, LPCWSTR text)
         m_texts[index] = text;
     else
         m_texts.erase(index);
+    m_rowsWidth = -1;
     Repaint();
     return TRUE;
 }

@@ -91,6 +91,12 @@ public:
     // Scrolls so that the row is at the top, as far as the rows allow.
     void ScrollToRow(int row);
     void ScrollRows(int delta) { ScrollToRow(m_scrollRow + delta); }
+    // Horizontal scrolling, in pixels, for rows wider than the client area: the offset of the
+    // client's left edge into the rows, kept between 0 and the rows' width beyond the client.
+    int GetScrollX() const;
+    void ScrollToX(int x);
+    // The width the rows need: the right end of the widest label shown.
+    int GetRowsWidth() const;
     BOOL SelectSetFirstVisible(HTREEITEM item);
     // Expands the ancestors and scrolls as little as needed.
     BOOL EnsureVisible(HTREEITEM item);
@@ -107,6 +113,8 @@ public:
     COLORREF GetBkColor() const { return m_bkColor; }
     COLORREF GetTextColor() const { return m_textColor; }
     bool IsRedrawEnabled() const { return m_redraw; }
+    // How many times drawing was turned off: each rebuild of the rows under a redraw lock counts one.
+    uint64_t RedrawSuspensionCount() const { return m_redrawSuspensions; }
 
     // In-place label editing.
     CEdit* EditLabel(HTREEITEM item);
@@ -163,6 +171,8 @@ private:
     mutable bool m_rowsDirty = false;
     uint64_t m_rowsVersion = 0;
     int m_scrollRow = 0;
+    int m_scrollX = 0;
+    mutable int m_rowsWidth = -1; // -1: to be measured again
     int m_itemHeight = DefaultItemHeight;
     int m_indent = DefaultIndent;
     int m_stateIconWidth = 0;
@@ -171,6 +181,7 @@ private:
     COLORREF m_bkColor = CLR_NONE;
     COLORREF m_textColor = CLR_NONE;
     bool m_redraw = true;
+    uint64_t m_redrawSuspensions = 0;
     bool m_repaintPending = false;
 
     HTREEITEM m_dropTarget = nullptr;

@@ -90,6 +90,8 @@ LRESULT CTreeCtrl::OnTreeMessage(UINT message, WPARAM wParam, LPARAM lParam, boo
     case TVM_GETTEXTCOLOR:
         return static_cast<LRESULT>(m_textColor);
     case WM_SETREDRAW:
+        if (m_redraw && wParam == 0)
+            ++m_redrawSuspensions;
         m_redraw = wParam != 0;
         if (m_redraw && m_repaintPending)
         {

@@ -9,6 +9,7 @@
 void CTreeCtrl::RowsChanged()
 {
     m_rowsDirty = true;
+    m_rowsWidth = -1;
     ++m_rowsVersion;
     Repaint();
 }
@@ -52,6 +53,7 @@ void CTreeCtrl::SetItemHeight(int height)
 void CTreeCtrl::SetIndent(int indent)
 {
     m_indent = std::max(0, indent);
+    m_rowsWidth = -1;
     Repaint();
 }
 
@@ -99,6 +101,39 @@ void CTreeCtrl::ScrollToRow(int row)
         Repaint();
 }
 
+int CTreeCtrl::GetRowsWidth() const
+{
+    BuildRows();
+    if (m_rowsWidth < 0)
+    {
+        m_rowsWidth = 0;
+        for (uint32_t index : m_rows)
+        {
+            const HTREEITEM item = HandleOf(index);
+            m_rowsWidth = std::max(m_rowsWidth, LabelLeft(GetItemDepth(item)) + MeasureText(GetItemText(item)) +
+                                                    2 * LabelPadding);
+        }
+    }
+    return m_rowsWidth;
+}
+
+int CTreeCtrl::GetScrollX() const
+{
+    // The rows or the client may have narrowed since the offset was set.
+    RECT client;
+    GetClientRect(&client);
+    return std::clamp(m_scrollX, 0, std::max(0, GetRowsWidth() - static_cast<int>(client.right)));
+}
+
+void CTreeCtrl::ScrollToX(int x)
+{
+    const int before = GetScrollX();
+    m_scrollX = x;
+    m_scrollX = GetScrollX();
+    if (m_scrollX != before)
+        Repaint();
+}
+
 BOOL CTreeCtrl::SelectSetFirstVisible(HTREEITEM item)
 {
     const int row = GetItemRow(item);
@@ -132,6 +167,7 @@ BOOL CTreeCtrl::EnsureVisible(HTREEITEM item)
 void CTreeCtrl::SetTextMeasure(std::function<int(std::wstring const&)> measure)
 {
     m_measure = std::move(measure);
+    m_rowsWidth = -1;
     Repaint();
 }
 
@@ -144,6 +180,7 @@ int CTreeCtrl::MeasureText(std::wstring const& text) const
 void CTreeCtrl::SetStateIconWidth(int width)
 {
     m_stateIconWidth = std::max(0, width);
+    m_rowsWidth = -1;
     Repaint();
 }
 
@@ -163,11 +200,12 @@ BOOL CTreeCtrl::GetItemRect(HTREEITEM item, LPRECT rect, BOOL textOnly) const
     rect->bottom = rect->top + m_itemHeight;
     if (!textOnly)
     {
+        // The whole row is the client's width; a label running past it is scrolled to.
         rect->left = 0;
         rect->right = client.right;
         return TRUE;
     }
-    rect->left = LabelLeft(GetItemDepth(item));
+    rect->left = LabelLeft(GetItemDepth(item)) - GetScrollX();
     rect->right = rect->left + MeasureText(GetItemText(item)) + 2 * LabelPadding;
     return TRUE;
 }
@@ -190,7 +228,7 @@ HTREEITEM CTreeCtrl::HitTest(TVHITTESTINFO* info) const
     info->flags = 0;
     RECT client;
     GetClientRect(&client);
-    const POINT pt = info->pt;
+    POINT pt = info->pt;
     if (pt.y < 0)
         info->flags |= TVHT_ABOVE;
     else if (pt.y >= client.bottom)
@@ -203,6 +241,7 @@ HTREEITEM CTreeCtrl::HitTest(TVHITTESTINFO* info) const
         return nullptr;
 
     HTREEITEM item = GetRowItem(m_scrollRow + pt.y / m_itemHeight);
+    pt.x += GetScrollX();
     if (!item)
     {
         info->flags = TVHT_NOWHERE;

@@ -260,6 +260,18 @@ void WindowSystem::NotifyInvalidated(HWND hwnd)
         m_driver->OnWindowInvalidated(hwnd);
 }
 
+void WindowSystem::BeginWaitCursor()
+{
+    if (m_waitCursors++ == 0 && m_driver)
+        m_driver->OnWaitCursor(true);
+}
+
+void WindowSystem::EndWaitCursor()
+{
+    if (m_waitCursors > 0 && --m_waitCursors == 0 && m_driver)
+        m_driver->OnWaitCursor(false);
+}
+
 void WindowSystem::Reset()
 {
     m_queue.clear();
@@ -273,6 +285,7 @@ void WindowSystem::Reset()
     std::fill(std::begin(m_keys), std::end(m_keys), false);
     m_cursor = POINT{};
     m_doubleClickTime = 500;
+    m_waitCursors = 0;
     m_focus = nullptr;
     m_clock = 0;
     m_driver = nullptr;

@@ -32,6 +32,8 @@ public:
     virtual void OnNextTimerChanged(std::optional<DWORD> due) = 0;
     // A window asked to be repainted.
     virtual void OnWindowInvalidated(HWND hwnd) {}
+    // The wait cursor is to be shown (true) or the usual one back (false).
+    virtual void OnWaitCursor(bool shown) {}
 };
 
 class WindowSystem
@@ -89,6 +91,12 @@ public:
     void SetDoubleClickTime(UINT milliseconds) { m_doubleClickTime = milliseconds; }
     UINT GetDoubleClickTime() const { return m_doubleClickTime; }
 
+    // The wait cursor, shown from the first BeginWaitCursor until the last matching
+    // EndWaitCursor: busy work nested in busy work shows it once.
+    void BeginWaitCursor();
+    void EndWaitCursor();
+    bool IsWaitCursorShown() const { return m_waitCursors > 0; }
+
     HWND GetFocus() const { return m_focus; }
     // Moves the focus, sending WM_KILLFOCUS and WM_SETFOCUS; returns the previous focus.
     HWND SetFocus(HWND hwnd);
@@ -133,6 +141,7 @@ private:
     bool m_keys[256] = {};
     POINT m_cursor{};
     UINT m_doubleClickTime = 500;
+    int m_waitCursors = 0;
     HWND m_focus = nullptr;
     std::function<void(HWND)> m_focusHook;
     IWindowSystemDriver* m_driver = nullptr;

@@ -26,6 +26,7 @@ QtWindowSystemDriver::QtWindowSystemDriver()
 
 QtWindowSystemDriver::~QtWindowSystemDriver()
 {
+    OnWaitCursor(false);
     WindowSystem::Get().SetDriver(m_previous);
 }
 
@@ -59,6 +60,17 @@ void QtWindowSystemDriver::OnWindowInvalidated(HWND hwnd)
     auto found = m_views.find(hwnd);
     if (found != m_views.end() && found->second)
         found->second->update();
+}
+
+void QtWindowSystemDriver::OnWaitCursor(bool shown)
+{
+    if (shown == m_waitCursor || !qGuiApp)
+        return;
+    m_waitCursor = shown;
+    if (shown)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
 }
 
 void QtWindowSystemDriver::ShowWindowIn(HWND hwnd, QWidget* widget)

@@ -30,6 +30,8 @@ public:
     void OnWorkQueued() override;
     void OnNextTimerChanged(std::optional<DWORD> due) override;
     void OnWindowInvalidated(HWND hwnd) override;
+    // The application's override cursor: the wait cursor over every window while the host works.
+    void OnWaitCursor(bool shown) override;
 
     // The widget repainted when the window is invalidated; null forgets the window.
     void ShowWindowIn(HWND hwnd, QWidget* widget);
@@ -47,6 +49,7 @@ private:
     QElapsedTimer m_clock;
     QTimer m_timer;
     bool m_runQueued = false;
+    bool m_waitCursor = false; // this driver pushed the wait cursor and has not taken it back
     std::unordered_map<HWND, QPointer<QWidget>> m_views;
     IWindowSystemDriver* m_previous = nullptr;
     // The manual clock's reading when this driver took over, so time never runs backwards.

@@ -22,7 +22,8 @@ TreeViewWidget::TreeViewWidget(PETreeCtrl& tree, QtWindowSystemDriver& driver, Q
 {
     setFocusPolicy(Qt::StrongFocus);
     setFrameShape(QFrame::NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // Rows wider than the pane scroll sideways.
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     viewport()->setMouseTracking(false);
     viewport()->setAcceptDrops(true);
     const QFont labelFont = font();
@@ -59,6 +60,11 @@ void TreeViewWidget::SyncFromTree()
     bar->setPageStep(visible);
     bar->setSingleStep(1);
     bar->setValue(m_tree.GetScrollRow());
+    QScrollBar* across = horizontalScrollBar();
+    across->setRange(0, std::max(0, m_tree.GetRowsWidth() - viewport()->width()));
+    across->setPageStep(std::max(1, viewport()->width()));
+    across->setSingleStep(std::max(1, m_tree.GetIndent()));
+    across->setValue(m_tree.GetScrollX());
     m_syncingScroll = false;
     SyncEditor();
     viewport()->update();
@@ -92,12 +98,20 @@ void TreeViewWidget::FitControlToViewport()
     m_tree.MoveWindow(placed.left, placed.top, viewport()->width(), viewport()->height());
 }
 
-void TreeViewWidget::scrollContentsBy(int, int)
+void TreeViewWidget::scrollContentsBy(int dx, int dy)
 {
     if (m_syncingScroll)
         return;
     const int row = verticalScrollBar()->value();
-    Act([&] { m_tree.ScrollToRow(row); });
+    const int x = horizontalScrollBar()->value();
+    Act(
+        [&]
+        {
+            if (dy)
+                m_tree.ScrollToRow(row);
+            if (dx)
+                m_tree.ScrollToX(x);
+        });
 }
 
 void TreeViewWidget::dragEnterEvent(QDragEnterEvent* event)
@@ -174,6 +188,9 @@ void TreeViewWidget::wheelEvent(QWheelEvent* event)
     const int delta = event->angleDelta().y();
     if (delta != 0)
         Act([&] { m_tree.Wheel(delta); });
+    // A sideways wheel or touchpad swipe moves a level of indentation per notch.
+    if (const int across = event->angleDelta().x(); across != 0)
+        Act([&] { m_tree.ScrollToX(m_tree.GetScrollX() - across * m_tree.GetIndent() / 120); });
     event->accept();
 }
 

@@ -7,6 +7,7 @@
 #include "host/OrbObjectDataSource.h"
 #include "platform/Ole.h"
 #include "host/Undo.h"
+#include "sonarium/core/import/AudioWriter.h"
 #include "sonarium/core/model/ProjectEdit.h"
 
 #include <fstream>
@@ -100,6 +101,22 @@ protected:
         return effect;
     }
 
+    // Drops files from a file manager onto a row with the keys held; the effect performed.
+    DROPEFFECT DropFilesOnto(const std::vector<std::wstring>& files, const std::wstring& onto, DWORD keys)
+    {
+        COleDataSource* source = new COleDataSource;
+        source->CacheGlobalData(CF_HDROP, MakeDropFiles(files));
+        DROPEFFECT effect;
+        {
+            DragSession drag(*source, DROPEFFECT_COPY | DROPEFFECT_MOVE | DROPEFFECT_LINK);
+            drag.MoveTo(m_view->GetTreeCtrl().GetSafeHwnd(), LabelOf(onto), keys | MK_LBUTTON);
+            effect = drag.Drop();
+        }
+        source->InternalRelease();
+        WindowSystem::Get().RunUntilIdle();
+        return effect;
+    }
+
     DlgProjectExplorer* m_view = nullptr;
 };
 
@@ -168,6 +185,54 @@ TEST_F(ClipboardDragDropTest, ACutIsMarkedMovesOnceKeepingItsIdentityAndLeavesTh
 
     ASSERT_TRUE(IUndoMgr::m_instance->Undo());
     EXPECT_EQ(ChildNames(kAmbience), (std::vector<std::wstring>{L"Rain", L"Thunder"}));
+}
+
+TEST_F(ClipboardDragDropTest, AMoveBesideAnObjectOfTheSameNameTakesAFreeNameInTheSameUndoStep)
+{
+    EXPECT_EQ(DragOnto({kAmbience + L"/Thunder"}, kStorm, MK_CONTROL), DROPEFFECT_COPY);
+    const GUID thunder = *At(kAmbience + L"/Thunder")->GetGUID();
+    SelectRows(m_view, {kAmbience + L"/Thunder"});
+    Send(WM_CUT);
+    SelectRows(m_view, {kStorm});
+    Send(WM_PASTE);
+    EXPECT_EQ(ChildNames(kStorm), (std::vector<std::wstring>{L"Gust", L"Thunder", L"Thunder 1"}));
+    EXPECT_EQ(*At(kStorm + L"/Thunder 1")->GetGUID(), thunder);
+    EXPECT_TRUE(m_view->GetTreeCtrl().IsSelected(ItemOf(m_view, kStorm + L"/Thunder 1")));
+
+    ASSERT_TRUE(IUndoMgr::m_instance->Undo());
+    EXPECT_EQ(ChildNames(kAmbience), (std::vector<std::wstring>{L"Rain", L"Thunder"}));
+    EXPECT_EQ(*At(kAmbience + L"/Thunder")->GetGUID(), thunder);
+    EXPECT_EQ(ChildNames(kStorm), (std::vector<std::wstring>{L"Gust", L"Thunder"}));
+
+    // A drag moves the same way.
+    EXPECT_EQ(DragOnto({kAmbience + L"/Thunder"}, kStorm, 0), DROPEFFECT_MOVE);
+    EXPECT_EQ(ChildNames(kStorm), (std::vector<std::wstring>{L"Gust", L"Thunder", L"Thunder 1"}));
+    EXPECT_EQ(ChildNames(kAmbience), std::vector<std::wstring>{L"Rain"});
+}
+
+TEST_F(ClipboardDragDropTest, TheTreeIsRebuiltOncePerDropOrPasteWhateverTheNumberOfObjects)
+{
+    PETreeCtrl& tree = m_view->GetTreeCtrl();
+    Reveal(m_view, kStorm + L"/Gust");
+    uint64_t before = tree.RedrawSuspensionCount();
+    EXPECT_EQ(DragOnto({kAmbience + L"/Rain", kAmbience + L"/Thunder"}, kStorm, 0), DROPEFFECT_MOVE);
+    EXPECT_EQ(tree.RedrawSuspensionCount() - before, 1u);
+
+    // A paste rebuilds once for the change, then reveals and selects what it pasted.
+    auto paste = [&](std::initializer_list<std::wstring> rows)
+    {
+        SelectRows(m_view, rows);
+        Send(WM_COPY);
+        SelectRows(m_view, {kAmbience});
+        const uint64_t start = tree.RedrawSuspensionCount();
+        Send(WM_PASTE);
+        return tree.RedrawSuspensionCount() - start;
+    };
+    const uint64_t perPaste[2] = {paste({kStorm + L"/Gust"}),
+                                  paste({kStorm + L"/Gust", kStorm + L"/Rain", kStorm + L"/Thunder"})};
+    EXPECT_EQ(ChildNames(kAmbience).size(), 4u);
+    EXPECT_EQ(perPaste[0], 2u);
+    EXPECT_EQ(perPaste[1], perPaste[0]);
 }
 
 TEST_F(ClipboardDragDropTest, ANewCopyClearsTheCutMarksAndAPasteOfADeletedObjectDoesNothing)
@@ -240,6 +305,29 @@ TEST_F(ClipboardDragDropTest, FilesThatAreNotAudioAndControlWithAltAreRefused)
     EXPECT_EQ(ChildNames(kAmbience), (std::vector<std::wstring>{L"Rain", L"Thunder"}));
 }
 
+TEST_F(ClipboardDragDropTest, ADroppedFolderBringsTheSoundsInItAndOneWithoutSoundsIsRefused)
+{
+    const std::filesystem::path folder = m_dir / "Gravel";
+    std::filesystem::create_directories(folder / "More");
+    std::filesystem::create_directories(folder / ".cache");
+    std::string error;
+    for (const std::filesystem::path& file :
+         {folder / "Step_B.wav", folder / "More" / "Step_C.wav", folder / "Step_A.wav", folder / ".cache" / "x.wav"})
+        ASSERT_TRUE(sn::audio::WriteWav(file, sn::audio::Synthesize(L"Footstep", 8000), 16, error)) << error;
+    std::ofstream(folder / "readme.txt") << "recorded on gravel";
+    const std::filesystem::path notes = m_dir / "Notes";
+    std::filesystem::create_directories(notes);
+    std::ofstream(notes / "readme.txt") << "nothing to hear";
+    // Imported files are kept in the project's folder.
+    sn::StorageProblems problems;
+    ASSERT_TRUE(sn::SaveProjectAs(*HostRef().GetProject(), m_dir / "Project", problems));
+
+    EXPECT_EQ(DropFilesOnto({notes.wstring()}, kAmbience, MK_CONTROL), DROPEFFECT_NONE);
+    EXPECT_EQ(DropFilesOnto({folder.wstring()}, kAmbience, MK_CONTROL), DROPEFFECT_COPY);
+    EXPECT_EQ(ChildNames(kAmbience),
+              (std::vector<std::wstring>{L"Rain", L"Thunder", L"Step_C", L"Step_A", L"Step_B"}));
+}
+
 TEST_F(ClipboardDragDropTest, HoveringNearAnEdgeStartsOneScrollTimerThatLeavingStops)
 {
     COleDataSource* source = new COleDataSource;
@@ -264,4 +352,34 @@ TEST_F(ClipboardDragDropTest, HoveringNearAnEdgeStartsOneScrollTimerThatLeavingS
     }
     source->InternalRelease();
     EXPECT_EQ(CScrollTreeDropTarget::m_idScrollTimer, 0u);
+}
+
+TEST_F(ClipboardDragDropTest, HoveringAtTheSideEdgesScrollsWideRowsSidewaysAtEachTick)
+{
+    PETreeCtrl& tree = m_view->GetTreeCtrl();
+    tree.SetTextMeasure([](const std::wstring&) { return 2000; });
+    CRect client;
+    tree.GetClientRect(&client);
+    COleDataSource* source = new COleDataSource;
+    source->CacheGlobalData(CF_HDROP, MakeDropFiles({L"/nowhere.wav"}));
+    {
+        DragSession drag(*source, DROPEFFECT_COPY);
+        drag.MoveTo(tree.GetSafeHwnd(), CPoint(client.right - 10, client.top + 40), MK_LBUTTON);
+        EXPECT_EQ(CScrollTreeDropTarget::m_ihScrollDir, 1);
+        WindowSystem::Get().Advance(74);
+        EXPECT_EQ(tree.GetScrollX(), 0);
+        WindowSystem::Get().Advance(1);
+        EXPECT_EQ(tree.GetScrollX(), tree.GetIndent());
+        WindowSystem::Get().Advance(75);
+        EXPECT_EQ(tree.GetScrollX(), 2 * tree.GetIndent());
+        drag.MoveTo(tree.GetSafeHwnd(), CPoint(client.left + 10, client.top + 40), MK_LBUTTON);
+        EXPECT_EQ(CScrollTreeDropTarget::m_ihScrollDir, -1);
+        WindowSystem::Get().Advance(75);
+        EXPECT_EQ(tree.GetScrollX(), tree.GetIndent());
+        drag.Cancel();
+    }
+    source->InternalRelease();
+    WindowSystem::Get().Advance(150);
+    EXPECT_EQ(tree.GetScrollX(), tree.GetIndent()) << "the drag is over: the tree stays where it is";
+    tree.SetTextMeasure(nullptr);
 }

@@ -2,6 +2,7 @@
 // translation, file-dialog filters, and host menus shown as QMenus.
 
 #include "platform/Menu.h"
+#include "host/DragDropHelpers.h"
 #include "platform/WinConstants.h"
 #include "platform/Wnd.h"
 #include "sonarium/qt/QtDialogService.h"
@@ -13,6 +14,9 @@
 #include <QActionGroup>
 #include <QDeadlineTimer>
 #include <QMenu>
+#include <QCursor>
+#include <QDeadlineTimer>
+#include <QGuiApplication>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -181,4 +185,27 @@ TEST(QtMenuPresenterTest, RadioMarksBecomeExclusiveRadioEntriesAndCommandsShowTh
     EXPECT_FALSE(actions[2]->isCheckable());
     EXPECT_FALSE(actions[2]->actionGroup());
     EXPECT_EQ(actions[4]->text(), QStringLiteral("Rename\tF2"));
+}
+
+TEST_F(QtDriver, TheWaitCursorCoversNestedBusyWorkOnceAndLeavesWithTheDriver)
+{
+    ASSERT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    {
+        sn::qt::QtWindowSystemDriver driver;
+        {
+            CXAutoWaitCursor outer;
+            ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+            EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+            {
+                CXAutoWaitCursor inner;
+            }
+            EXPECT_NE(QGuiApplication::overrideCursor(), nullptr) << "the outer work is not over";
+        }
+        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+        WindowSystem::Get().BeginWaitCursor();
+        EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
+    }
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "a driver that goes takes its cursor back";
+    WindowSystem::Get().EndWaitCursor();
+    EXPECT_FALSE(WindowSystem::Get().IsWaitCursorShown());
 }

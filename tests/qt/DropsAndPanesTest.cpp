@@ -5,6 +5,9 @@
 
 #include "platform/Ole.h"
 #include "sonarium/app/session/AppSession.h"
+#include "sonarium/app/session/TreePoints.h"
+#include "sonarium/core/host/ProjectBuilder.h"
+#include "sonarium/core/import/AudioWriter.h"
 #include "sonarium/qt/DesktopSettings.h"
 #include "sonarium/qt/MainWindow.h"
 #include "sonarium/qt/NewPaneDialog.h"
@@ -14,6 +17,7 @@
 #include "sonarium/qt/TreeViewWidget.h"
 
 #include <QCheckBox>
+#include <QGuiApplication>
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QMimeData>
@@ -151,6 +155,68 @@ TEST_F(QtDrops, LeavingEndsTheVisitAndTheNextEnterStartsAnother)
     EXPECT_EQ(target.leaves, 2);
     EXPECT_EQ(target.entered[1].first, DWORD(MK_SHIFT | MK_LBUTTON));
     EXPECT_TRUE(target.dropped.empty());
+}
+
+// Files from a file manager dropped on a pane's own tree, in a copy of the sample project (an
+// import writes next to the project).
+TEST(QtFileDrops, WavFilesDroppedWithCtrlBecomeSoundsAndCtrlWithAltIsRefused)
+{
+    namespace fs = std::filesystem;
+    const fs::path dir = PrivateTestFile("");
+    fs::create_directories(dir);
+    fs::copy(SONARIUM_SAMPLES_DIR "/Demo", dir / "Demo", fs::copy_options::recursive);
+    for (const char* name : {"Gravel_A.wav", "Gravel_B.wav"})
+    {
+        std::string error;
+        ASSERT_TRUE(sn::audio::WriteWav(dir / name, sn::audio::Synthesize(L"Footstep", 8000), 16, error)) << error;
+    }
+    {
+        sn::AppSession session{sn::HostOptions{dir / "preferences.json"}};
+        sn::qt::QtWindowSystemDriver driver;
+        std::vector<std::wstring> messages;
+        ASSERT_TRUE(session.OpenProject(dir / "Demo", messages));
+        sn::Pane& pane = session.OpenPane(sn::DefaultPanes().front(), CRect(0, 0, 300, 600));
+        sn::qt::PaneWidget widget(pane, driver);
+        widget.resize(360, 500);
+        widget.show();
+        PETreeCtrl& tree = pane.view->GetTreeCtrl();
+        sn::ProjectObject* world = sn::FindByPath(*session.GetProject(), L"AudioObjects/World");
+        sn::ProjectObject* ambience = sn::FindByPath(*session.GetProject(), L"AudioObjects/World/Ambience");
+        ASSERT_TRUE(world && ambience);
+        tree.Expand(tree.GetItemWithGUID(world->Id(), TVI_ROOT), TVE_EXPAND);
+        driver.Pump();
+        const size_t before = ambience->Children().size();
+        HTREEITEM row = tree.GetItemWithGUID(ambience->Id(), TVI_ROOT);
+        ASSERT_NE(row, nullptr);
+        const CPoint label = sn::LabelPoint(tree, row);
+        const QPoint point(label.x, label.y);
+        QMimeData files;
+        files.setUrls({QUrl::fromLocalFile(QString::fromStdString((dir / "Gravel_A.wav").string())),
+                       QUrl::fromLocalFile(QString::fromStdString((dir / "Gravel_B.wav").string()))});
+        QWidget* viewport = widget.TreeView()->viewport();
+
+        QDragEnterEvent refused(point, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton,
+                                Qt::ControlModifier | Qt::AltModifier);
+        QCoreApplication::sendEvent(viewport, &refused);
+        EXPECT_EQ(refused.dropAction(), Qt::IgnoreAction);
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(viewport, &leave);
+
+        QDragEnterEvent enter(point, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::ControlModifier);
+        QCoreApplication::sendEvent(viewport, &enter);
+        EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+        QDropEvent drop(point, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::ControlModifier);
+        QCoreApplication::sendEvent(viewport, &drop);
+        EXPECT_TRUE(drop.isAccepted());
+        driver.Pump();
+        ASSERT_EQ(ambience->Children().size(), before + 2);
+        EXPECT_EQ(ambience->Children()[before]->GetName(), L"Gravel_A");
+        EXPECT_EQ(ambience->Children()[before + 1]->GetName(), L"Gravel_B");
+        EXPECT_FALSE(WindowSystem::Get().IsWaitCursorShown());
+        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "the wait cursor went with the import";
+        session.CloseAllPanes();
+    }
+    fs::remove_all(dir);
 }
 
 TEST(QtDragEffects, EffectsAndQtActionsConvertBothWays)

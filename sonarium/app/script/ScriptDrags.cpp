@@ -5,7 +5,9 @@
 
 #include "sonarium/app/script/ScriptWords.h"
 #include "sonarium/app/session/Drops.h"
+#include "sonarium/app/session/HierarchyChanges.h"
 #include "sonarium/app/session/TreePoints.h"
+#include "sonarium/ui/helpers/DropFileCheck.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -29,6 +31,26 @@ bool TakeRightButton(std::vector<std::wstring>& words)
 std::wstring Where(std::wstring const& target)
 {
     return target == k_below ? L"below the last row" : L"on " + target;
+}
+
+// Under a drop's line, what it did: the objects it created, moved or linked, the files it
+// imported, or why files were refused.
+void AddOutcome(std::vector<std::wstring>& drops, HierarchySnapshot const& before, Project const* project,
+                DROPEFFECT effect, std::vector<std::wstring> const& files)
+{
+    std::vector<std::wstring> lines = before.ChangesSince(project, !files.empty());
+    if (effect == DROPEFFECT_NONE && !files.empty())
+    {
+        for (std::wstring const& file : files)
+            if (std::wstring problem = DropFileProblem(file); !problem.empty())
+                lines.push_back(L"refused " + std::filesystem::path(file).filename().wstring() + L": " + problem);
+        if (lines.empty())
+            lines.push_back(L"refused: not taken there with these keys");
+    }
+    else if (effect != DROPEFFECT_NONE && lines.empty())
+        lines.push_back(L"changed nothing");
+    for (std::wstring& line : lines)
+        drops.push_back(L"  " + std::move(line));
 }
 } // namespace
 
@@ -73,9 +95,13 @@ bool ScriptRunner::DropFiles(Words const& given, std::wstring& error)
         files.push_back(path.lexically_normal().wstring());
         names += path.filename().wstring() + L" ";
     }
+    const HierarchySnapshot before(m_session.GetProject());
     const DROPEFFECT effect =
         sn::DropFiles(pane->view->GetTreeCtrl(), files, point, DragKeyState(modifiers, right));
+    // The import runs when the drop's notification is delivered.
+    m_session.Pump();
     m_drops.push_back(L"drop " + names + Where(words[1]) + L": " + DropEffectName(effect));
+    AddOutcome(m_drops, before, m_session.GetProject(), effect, files);
     return true;
 }
 
@@ -98,6 +124,7 @@ bool ScriptRunner::Drag(Words const& given, std::wstring& error)
     CPoint end;
     if (!DropPoint(*destination, words[2], end, error))
         return false;
+    const HierarchySnapshot before(m_session.GetProject());
     DragToDestination hand(tree, start, destination->view->GetTreeCtrl(), end,
                            DragKeyState(modifiers, right));
     {
@@ -108,6 +135,8 @@ bool ScriptRunner::Drag(Words const& given, std::wstring& error)
     const std::wstring record = L"drag " + words[1] + L" from " + source->name + L" " + Where(words[2]) +
                                 L" in " + destination->name + L": ";
     m_drops.push_back(record + (hand.Ran() ? DropEffectName(hand.Effect()) : L"nothing was dragged"));
+    m_session.Pump();
+    AddOutcome(m_drops, before, m_session.GetProject(), hand.Effect(), {});
     return true;
 }
 } // namespace sn

@@ -73,9 +73,9 @@ private:
     bool PrintToolbar(Words const& words, std::wstring& error);
     bool PrintObject(Words const& words, std::wstring& error);
     bool SetPreference(Words const& words, std::wstring& error);
-    // A row of a pane (scrolled into view), or the empty space below its last row for "below".
     // ScriptClipboard.cpp: what the host's object clipboard holds.
     bool PrintClipboard();
+    // A row of a pane (scrolled into view), or the empty space below its last row for "below".
     bool DropPoint(Pane& pane, std::wstring const& target, CPoint& point, std::wstring& error);
     // ScriptPanels.cpp: the Edit menu and the property inspector.
     void AddPanelCommands();

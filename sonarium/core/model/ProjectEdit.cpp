@@ -140,6 +140,21 @@ ProjectObject* CloneTree(const ProjectObject* source, Project* project, const CS
         copy->RawInsertChild(AtEnd, CloneTree(child.Get(), project, child->GetName()));
     return copy;
 }
+// Renames, checked already, as an undo step.
+void RecordRename(ProjectObject* object, const CStdStr<wchar_t>& name)
+{
+    Change<CStdStr<wchar_t>>(
+        object, object->GetName(), name,
+        [](ProjectObject* o, const CStdStr<wchar_t>& value) {
+            o->RawSetName(value);
+            MarkDirty(o);
+            if (IsFileKind(o->GetNodeType()) && o->GetProject())
+                o->GetProject()->SetDirty(true);
+            notify::Object(notify::evNameChanged, o);
+        },
+        L"Rename");
+}
+
 } // namespace
 
 bool CanHold(const ProjectObject* parent, NodeType type)
@@ -244,16 +259,7 @@ bool Rename(ProjectObject* object, const CStdStr<wchar_t>& name)
         return false;
     if (!MayChange({object}, IsFileKind(object->GetNodeType())))
         return false;
-    Change<CStdStr<wchar_t>>(
-        object, object->GetName(), name,
-        [](ProjectObject* o, const CStdStr<wchar_t>& value) {
-            o->RawSetName(value);
-            MarkDirty(o);
-            if (IsFileKind(o->GetNodeType()) && o->GetProject())
-                o->GetProject()->SetDirty(true);
-            notify::Object(notify::evNameChanged, o);
-        },
-        L"Rename");
+    RecordRename(object, name);
     return true;
 }
 
@@ -269,7 +275,8 @@ bool Delete(ProjectObject* object)
     return true;
 }
 
-bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
+// Moves under parent with the name given (a new one only for a move to another parent).
+static bool MoveAs(ProjectObject* object, ProjectObject* parent, size_t index, const CStdStr<wchar_t>& name)
 {
     // Only what the project holds moves, and only within it: an object of a deleted subtree, which
     // the clipboard or the undo history may still hold, would come back unindexed.
@@ -278,7 +285,9 @@ bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
     ProjectObject* from = object ? object->Parent() : nullptr;
     if (!from || !parent || parent == object || object->IsAncestorOf(parent) || !CanHold(parent, object->GetNodeType()))
         return false;
-    if (parent != from && !IsValidName(object, object->GetNodeType(), parent, object->GetName()))
+    if (parent != from && !IsValidName(object, object->GetNodeType(), parent, name))
+        return false;
+    if (parent == from && name != object->GetName())
         return false;
     if ((!IsFileKind(object->GetNodeType()) && !EditGuard::AllowsChange(from)) ||
         !EditGuard::AllowsInsert(parent, EditGuard::HeightOf(object)))
@@ -297,7 +306,22 @@ bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
     in->Redo();
     Record(std::move(out), L"Move");
     Record(std::move(in), L"Move");
+    // The new name is given once the object is in place, so that the name is checked there.
+    if (name != object->GetName())
+        RecordRename(object, name);
     return true;
+}
+
+bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
+{
+    return MoveAs(object, parent, index, object ? object->GetName() : CStdStr<wchar_t>());
+}
+
+bool MoveUnderFreeName(ProjectObject* object, ProjectObject* parent, size_t index)
+{
+    if (!object || !parent || object->Parent() == parent)
+        return Move(object, parent, index);
+    return MoveAs(object, parent, index, UniqueChildName(parent, object->GetName()));
 }
 
 ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index)

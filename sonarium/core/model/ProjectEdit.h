@@ -30,6 +30,9 @@ bool Rename(ProjectObject* object, const CStdStr<wchar_t>& name);
 bool Delete(ProjectObject* object);
 // Moves under a new parent (or within the same one); refuses a move into the object's own subtree.
 bool Move(ProjectObject* object, ProjectObject* parent, size_t index = AtEnd);
+// Moves as Move does; a name a child of the new parent already has is numbered as a copy's is,
+// the rename being part of the same undo step.
+bool MoveUnderFreeName(ProjectObject* object, ProjectObject* parent, size_t index = AtEnd);
 // A deep copy with new GUIDs; a name taken by a sibling gets a number.
 ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index = AtEnd);
 void SetIncluded(ProjectObject* object, GUID const& platform, bool included);

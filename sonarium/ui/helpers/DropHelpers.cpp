@@ -4,6 +4,7 @@
 #include "host/ClipboardHelpers.h"
 #include "host/EventHelpers.h"
 #include "host/OrbObjectDataSource.h"
+#include "host/OrbObjectHelpers.h"
 #include "host/StringHelp.h"
 #include "host/UIObjectHelpers.h"
 #include "host/Undo.h"
@@ -39,6 +40,7 @@ std::vector<IOrbObject*> COrbObjectDataSource::IOrbObjects() const
 namespace
 {
 const ROString k_target("Target");
+const ROString k_scope("Scope");
 
 bool IsPlayable(const IOrbObject* object)
 {
@@ -58,6 +60,9 @@ bool LinkToEvent(IOrbObject* event, const std::vector<IOrbObject*>& objects, std
         if (!eventAction)
             continue;
         eventAction->SetReferenceProperty(k_target, object);
+        // The scope a new Play action on this kind of object has anywhere else.
+        eventAction->SetVariantProperty(k_scope, OrbPropertyValue(OrbObjectHelpers::GetDefaultActionIsGlobalValue(
+                                                     OrbEventActionEnum::ActionType_Play, object->GetObjectType(), false)));
         any = true;
         if (created)
         {
@@ -148,9 +153,13 @@ CTreeCtrl* CScrollTreeDropTarget::m_pScrollTreeCtrl = nullptr;
 
 void CScrollTreeDropTarget::ScrollTimerProc(HWND, UINT, UINT_PTR, DWORD)
 {
-    // The tree scrolls by rows; it has no horizontal scrolling to do.
-    if (m_pScrollTreeCtrl && m_ivScrollDir)
+    // Down or up by a row, and sideways by a level of indentation, at each tick.
+    if (!m_pScrollTreeCtrl)
+        return;
+    if (m_ivScrollDir)
         m_pScrollTreeCtrl->ScrollRows(m_ivScrollDir);
+    if (m_ihScrollDir)
+        m_pScrollTreeCtrl->ScrollToX(m_pScrollTreeCtrl->GetScrollX() + m_ihScrollDir * m_pScrollTreeCtrl->GetIndent());
 }
 
 void CScrollTreeDropTarget::CancelScrollTimer()

@@ -8,12 +8,15 @@
 #include "host/ProjectManager.h"
 #include "host/StringHelp.h"
 #include "platform/Ole.h"
+#include "platform/WindowSystem.h"
 #include "sonarium/core/import/AudioFile.h"
 #include "sonarium/core/import/AudioImport.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/Project.h"
 #include "sonarium/ui/dialogs/AudioFilesImporterDlg.h"
+#include "sonarium/ui/helpers/DropFileCheck.h"
 
+#include <algorithm>
 #include <cwctype>
 #include <fstream>
 
@@ -37,9 +40,53 @@ bool IsMidiFile(const std::filesystem::path& path)
     return in.read(magic, 4) && std::string(magic, 4) == "MThd";
 }
 
+// A file's own problem, folders aside.
+std::wstring FileProblem(const std::filesystem::path& path);
+
+// The files a dropped folder brings, by path: the audio and MIDI files in it and in its
+// subfolders, as a user who drops a folder of sounds means; hidden files, and others that cannot
+// be imported, are left out. The last folder's answer is kept, since a drag asks at every move.
+const std::vector<std::wstring>& FilesInFolder(const std::filesystem::path& folder)
+{
+    static std::filesystem::path s_folder;
+    static std::vector<std::wstring> s_files;
+    if (folder == s_folder)
+        return s_files;
+    s_folder = folder;
+    s_files.clear();
+    std::error_code failure;
+    for (std::filesystem::recursive_directory_iterator it(
+             folder, std::filesystem::directory_options::skip_permission_denied, failure), end;
+         !failure && it != end; it.increment(failure))
+    {
+        const std::filesystem::path& path = it->path();
+        if (path.filename().wstring().starts_with(L"."))
+        {
+            if (it->is_directory(failure))
+                it.disable_recursion_pending();
+            continue;
+        }
+        if (it->is_regular_file(failure) && FileProblem(path).empty())
+            s_files.push_back(path.wstring());
+    }
+    std::sort(s_files.begin(), s_files.end());
+    return s_files;
+}
+
+std::wstring FileProblem(const std::filesystem::path& path)
+{
+    if (!IsMidiName(path.wstring()))
+        return sn::audio::ReadAudioFileInfo(path).problem;
+    std::error_code failure;
+    if (!std::filesystem::is_regular_file(path, failure))
+        return StringHelp::Localize(L"there is no file by this name").c_str();
+    return IsMidiFile(path) ? std::wstring()
+                            : StringHelp::Localize(L"the file is named .mid but is not a standard MIDI file").c_str();
+}
+
 bool IsImportable(const std::filesystem::path& path)
 {
-    return IsMidiName(path.wstring()) ? IsMidiFile(path) : sn::audio::ReadAudioFileInfo(path).ok;
+    return sn::DropFileProblem(path).empty();
 }
 
 // The project of the running host, found through its audio objects.
@@ -76,9 +123,17 @@ void Report(const std::wstring& text)
 {
     CXMessageBox(text.c_str(), MB_OK | MB_ICONEXCLAMATION, StringHelp::Localize(L"Files Import").c_str());
 }
-
-int s_waitCursors = 0;
 } // namespace
+
+std::wstring sn::DropFileProblem(const std::filesystem::path& path)
+{
+    std::error_code failure;
+    if (!std::filesystem::is_directory(path, failure))
+        return FileProblem(path);
+    return FilesInFolder(path).empty()
+               ? StringHelp::Localize(L"the folder holds no audio file that can be read").c_str()
+               : std::wstring();
+}
 
 bool DragDropHelpers::GetDropFilesArray(HDROP drop, std::vector<CStdStr<wchar_t>>& files)
 {
@@ -90,7 +145,13 @@ bool DragDropHelpers::GetDropFilesArray(HDROP drop, std::vector<CStdStr<wchar_t>
             continue;
         std::vector<wchar_t> buffer(name.size() + 1);
         ::DragQueryFileW(drop, i, buffer.data(), static_cast<UINT>(buffer.size()));
-        files.emplace_back(buffer.data());
+        // A folder stands for the sounds in it.
+        std::error_code failure;
+        if (std::filesystem::is_directory(buffer.data(), failure))
+            for (const std::wstring& file : FilesInFolder(buffer.data()))
+                files.emplace_back(file);
+        else
+            files.emplace_back(buffer.data());
     }
     return !files.empty();
 }
@@ -136,7 +197,11 @@ bool AudioFilesImporter::ImportFiles(DWORD languageId, const std::vector<CStdStr
         Report(std::wstring(StringHelp::Localize(L"These files cannot be imported:").c_str()) + problems);
         return false;
     }
-    const sn::audio::ImportResult result = import.Run(choices, [](size_t, const std::wstring&) { return true; });
+    sn::audio::ImportResult result;
+    {
+        CXAutoWaitCursor wait;
+        result = import.Run(choices, [](size_t, const std::wstring&) { return true; });
+    }
     if (!result.problems.empty())
     {
         std::wstring text = StringHelp::Localize(L"The import failed:").c_str();
@@ -177,10 +242,10 @@ DWORD AudioFileLanguages::GetCurrentLanguageId()
 
 CXAutoWaitCursor::CXAutoWaitCursor()
 {
-    ++s_waitCursors;
+    WindowSystem::Get().BeginWaitCursor();
 }
 
 CXAutoWaitCursor::~CXAutoWaitCursor()
 {
-    --s_waitCursors;
+    WindowSystem::Get().EndWaitCursor();
 }

@@ -2,6 +2,7 @@
 // undo step.
 
 #include "host/ClipboardHelpers.h"
+#include "host/DragDropHelpers.h"
 #include "host/GlobalProp.h"
 #include "host/ServiceProvider.h"
 #include "host/UIObjectHelpers.h"
@@ -73,6 +74,7 @@ bool UIObjectHelpers::MoveOrCopyObjects(const std::vector<IOrbObject*>& objects,
     const std::vector<sn::ProjectObject*> models = PlacedModels(objects);
     if (!container || models.empty() || !CanReceive(container, models, operation))
         return false;
+    CXAutoWaitCursor wait;
     // Views rebuild once, when the lock falls, not once per object.
     ScopedGlobalPropRaise lock(sn::propLockUIUpdate);
     AutoComplexUndo step(operation == OrbObjectHelpers::Move ? L"Move" : L"Paste", false);
@@ -81,7 +83,7 @@ bool UIObjectHelpers::MoveOrCopyObjects(const std::vector<IOrbObject*>& objects,
     {
         if (operation == OrbObjectHelpers::Move)
         {
-            any |= object->Parent() == container || sn::ProjectEdit::Move(object, container);
+            any |= object->Parent() == container || sn::ProjectEdit::MoveUnderFreeName(object, container);
             continue;
         }
         if (sn::ProjectObject* copy = sn::ProjectEdit::Copy(object, container))

@@ -28,7 +28,8 @@ PETreeRow PETreeCtrl::GetRow(HTREEITEM item) const
     row.depth = GetItemDepth(item);
     GetItemRect(item, &row.label, TRUE);
     const int indent = GetIndent();
-    row.button = {row.depth * indent, row.row.top, (row.depth + 1) * indent, row.row.bottom};
+    const int buttonLeft = row.depth * indent - GetScrollX();
+    row.button = {buttonLeft, row.row.top, buttonLeft + indent, row.row.bottom};
     const int iconTop = row.row.top + (GetItemHeight() - IconSize) / 2;
     const int iconLeft = row.label.left - LabelGap - IconSize;
     row.icon = {iconLeft, iconTop, iconLeft + IconSize, iconTop + IconSize};

@@ -106,6 +106,14 @@ TEST_F(NamingRulesTest, AProposedNameIsMadeValidKeepingWhatItSays)
     ProjectObject* unit = At(L"AudioObjects/Default Work Unit");
     ASSERT_TRUE(ProjectEdit::Create(unit, PMTreeNode::SoundSFX, L"RAIN"));
     EXPECT_FALSE(ProjectEdit::Move(At(L"AudioObjects/Default Work Unit/Ambience/Rain"), unit));
+    // Asked to, a move takes the first free name there; within its own parent it keeps its name.
+    ProjectObject* rain = At(L"AudioObjects/Default Work Unit/Ambience/Rain");
+    ASSERT_TRUE(ProjectEdit::MoveUnderFreeName(rain, unit));
+    EXPECT_EQ(rain->Parent(), unit);
+    EXPECT_EQ(rain->GetName(), L"Rain 1");
+    ASSERT_TRUE(ProjectEdit::MoveUnderFreeName(rain, unit, 0));
+    EXPECT_EQ(unit->IndexOf(rain), 0u);
+    EXPECT_EQ(rain->GetName(), L"Rain 1");
 }
 
 TEST_F(NamingRulesTest, NamesReadFromAFileThatBreakTheRulesAreFixedReportedAndKept)

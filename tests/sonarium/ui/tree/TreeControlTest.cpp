@@ -71,6 +71,38 @@ TEST_F(TreeTest, HitTestNamesEachRegionOfARow)
     EXPECT_TRUE(root);
 }
 
+TEST_F(TreeTest, RowsWiderThanTheControlScrollSidewaysAndHitTestingFollows)
+{
+    Open(kProject);
+    InsertRoot(OrbObjectCategories::AudioObjects);
+    HTREEITEM unit = Item(kUnit);
+    const PETreeRow before = m_tree.GetRow(unit);
+    m_tree.ScrollToX(50);
+    EXPECT_EQ(m_tree.GetScrollX(), 0) << "rows that fit do not scroll";
+
+    m_tree.SetTextMeasure([](std::wstring const&) { return 1000; });
+    const int width = m_tree.GetRowsWidth();
+    EXPECT_EQ(width, before.label.left + 1000 + 2 * CTreeCtrl::LabelPadding) << "the deepest row is the widest";
+    m_tree.ScrollToX(20);
+    const PETreeRow row = m_tree.GetRow(unit);
+    EXPECT_EQ(row.label.left, before.label.left - 20);
+    EXPECT_EQ(row.icon.left, before.icon.left - 20);
+    EXPECT_EQ(row.button.left, before.button.left - 20);
+    EXPECT_EQ(row.row.right, Width) << "the row ends where the control does";
+    const int y = (row.row.top + row.row.bottom) / 2;
+    UINT flags = 0;
+    EXPECT_EQ(m_tree.HitTest(CPoint(row.label.left + 2, y), &flags), unit);
+    EXPECT_EQ(flags, UINT(TVHT_ONITEMLABEL));
+    m_tree.HitTest(CPoint(row.icon.left + 2, y), &flags);
+    EXPECT_EQ(flags, UINT(TVHT_ONITEMICON));
+
+    m_tree.ScrollToX(100000);
+    EXPECT_EQ(m_tree.GetScrollX(), width - Width);
+    m_tree.SetTextMeasure(nullptr);
+    EXPECT_EQ(m_tree.GetScrollX(), 0) << "rows that fit again bring the offset back";
+    EXPECT_EQ(m_tree.GetRow(unit).label.left, before.label.left);
+}
+
 TEST_F(TreeTest, ItemsFollowExpansionAndARebuildRestoresMarksAndTheTopRow)
 {
     Open(kProject);
