@@ -1,8 +1,8 @@
 // The pieces that bind the portable layers to Qt: the event-loop driver, key and modifier
 // translation, file-dialog filters, and host menus shown as QMenus.
 
-#include "platform/Menu.h"
 #include "host/DragDropHelpers.h"
+#include "platform/Menu.h"
 #include "platform/WinConstants.h"
 #include "platform/Wnd.h"
 #include "sonarium/qt/QtDialogService.h"
@@ -10,13 +10,12 @@
 #include "sonarium/qt/QtWindowSystemDriver.h"
 #include "sonarium/qt/TreeInput.h"
 
-#include <QCoreApplication>
 #include <QActionGroup>
-#include <QDeadlineTimer>
-#include <QMenu>
+#include <QCoreApplication>
 #include <QCursor>
 #include <QDeadlineTimer>
 #include <QGuiApplication>
+#include <QMenu>
 #include <QWidget>
 
 #include <gtest/gtest.h>
