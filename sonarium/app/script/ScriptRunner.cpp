@@ -235,6 +235,7 @@ void ScriptRunner::AddCommands()
     AddAudioStateCommands();
     AddPlaylistCommands();
     AddCreationCommands();
+    AddFindCommands();
 }
 
 void ScriptRunner::AddSubcommands(std::wstring const& command, std::map<std::wstring, Handler> subcommands)

@@ -5,11 +5,13 @@
 
 #include "sonarium/app/script/ScriptedMenus.h"
 #include "sonarium/app/session/AppSession.h"
+#include "sonarium/app/session/PaneFind.h"
 #include "sonarium/ui/dialogs/ScriptedDialogService.h"
 
 #include <functional>
 #include <istream>
 #include <map>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -72,6 +74,9 @@ private:
     // ScriptClipboard.cpp: what the host's object clipboard holds.
     bool PrintClipboard();
     bool DropPoint(Pane& pane, std::wstring const& target, CPoint& point, std::wstring& error);
+    // ScriptFind.cpp: each pane's search field.
+    void AddFindCommands();
+    PaneFind* FindOf(Words const& words, size_t index, std::wstring& error);
     // ScriptPanels.cpp: the Edit menu and the property inspector.
     void AddPanelCommands();
     bool PrintPanel(std::wstring const& what);
@@ -89,5 +94,6 @@ private:
     std::map<std::wstring, Handler> m_commands;
     std::wstring m_pane;               // the pane gestures go to; empty: the first
     std::vector<std::wstring> m_drops; // what each drop and drag did, until printed
+    std::map<std::wstring, std::unique_ptr<PaneFind>> m_finds; // by pane name
 };
 } // namespace sn
