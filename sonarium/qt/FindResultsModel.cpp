@@ -17,9 +17,20 @@ constexpr int kBatch = 200;
 constexpr int kIconSize = 16;
 } // namespace
 
+PaneFind::Row const& FindResultsModel::RowAt(int row) const
+{
+    if (row != m_cachedRow)
+    {
+        m_cached = m_find.RowAt(static_cast<size_t>(row));
+        m_cachedRow = row;
+    }
+    return m_cached;
+}
+
 void FindResultsModel::Reset()
 {
     beginResetModel();
+    m_cachedRow = -1;
     m_shown = static_cast<int>(std::min<size_t>(m_find.Count(), kBatch));
     endResetModel();
 }
@@ -48,7 +59,7 @@ QVariant FindResultsModel::data(QModelIndex const& index, int role) const
 {
     if (!index.isValid() || index.row() >= m_shown)
         return {};
-    const PaneFind::Row row = m_find.RowAt(static_cast<size_t>(index.row()));
+    const PaneFind::Row& row = RowAt(index.row());
     if (!row.object)
         return {};
     switch (role)

@@ -31,8 +31,13 @@ public:
     void fetchMore(QModelIndex const& parent) override;
 
 private:
+    // The row last read: painting one row asks for several of its roles in turn.
+    PaneFind::Row const& RowAt(int row) const;
+
     PaneFind& m_find;
     int m_shown = 0;
+    mutable int m_cachedRow = -1;
+    mutable PaneFind::Row m_cached;
 };
 
 class FindResultDelegate : public QStyledItemDelegate

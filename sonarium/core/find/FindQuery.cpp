@@ -83,61 +83,91 @@ FindQuery FindQuery::Parse(std::wstring_view text)
     return query;
 }
 
+namespace
+{
+// The first results a query keeps in order: more than a list shows at once.
+constexpr size_t kFirstResults = 256;
+} // namespace
+
 FindResults FindResults::Run(const NameIndex& index, const FindQuery& query,
                              const std::vector<const ProjectObject*>& scope)
 {
     FindResults results;
+    results.m_index = &index;
+    results.m_query = query;
     results.m_generation = index.Generation();
-    if (query.IsEmpty())
-        return results;
-    std::vector<std::pair<uint64_t, uint64_t>> ranges;
+    results.m_scoped = !scope.empty();
+    auto& ranges = results.m_ranges;
     for (const ProjectObject* top : scope)
         if (auto range = index.LabelRange(top); range.first < range.second)
             ranges.push_back(range);
-    const bool scoped = !scope.empty();
+    // Roots next to each other in the order make one range.
+    std::sort(ranges.begin(), ranges.end());
+    size_t kept = 0;
+    for (size_t i = 0; i < ranges.size(); ++i)
+        if (kept > 0 && ranges[i].first <= ranges[kept - 1].second)
+            ranges[kept - 1].second = std::max(ranges[kept - 1].second, ranges[i].second);
+        else
+            ranges[kept++] = ranges[i];
+    ranges.resize(kept);
+    results.Search(kFirstResults);
+    return results;
+}
+
+void FindResults::Search(size_t limit)
+{
+    m_count = 0;
+    m_first.clear();
+    if (!m_index || m_query.IsEmpty())
+        return;
+    const NameIndex& index = *m_index;
+    // The first results by label, in a heap whose top is the last of them.
+    auto later = [](const Match& a, const Match& b) { return a.label < b.label; };
+    m_first.reserve(limit);
     auto keep = [&](uint32_t slot)
     {
         const NameIndex::Entry& entry = index.At(slot);
-        if (!query.anyType && !query.types.test(entry.type))
+        if (!m_query.anyType && !m_query.types.test(entry.type))
             return;
-        if (scoped && std::none_of(ranges.begin(), ranges.end(), [&](const auto& r)
-                                   { return entry.label >= r.first && entry.label < r.second; }))
+        if (m_scoped && std::none_of(m_ranges.begin(), m_ranges.end(), [&](const auto& r)
+                                     { return entry.label >= r.first && entry.label < r.second; }))
             return;
-        if (query.words.size() > 1)
+        if (m_query.words.size() > 1)
         {
             const std::string_view name = index.NameOf(entry);
-            for (size_t i = 1; i < query.words.size(); ++i)
-                if (name.find(query.words[i]) == std::string_view::npos)
+            for (size_t i = 1; i < m_query.words.size(); ++i)
+                if (name.find(m_query.words[i]) == std::string_view::npos)
                     return;
         }
-        results.m_matches.push_back({entry.label, entry.object});
+        ++m_count;
+        if (m_first.size() < limit)
+        {
+            m_first.push_back({entry.label, entry.object});
+            std::push_heap(m_first.begin(), m_first.end(), later);
+        }
+        else if (entry.label < m_first.front().label)
+        {
+            std::pop_heap(m_first.begin(), m_first.end(), later);
+            m_first.back() = {entry.label, entry.object};
+            std::push_heap(m_first.begin(), m_first.end(), later);
+        }
     };
-    if (!query.words.empty())
-        index.ForEachContaining(query.words.front(), keep);
+    if (!m_query.words.empty())
+        index.ForEachContaining(m_query.words.front(), keep);
     else
         for (uint32_t slot = 0; slot < index.SlotCount(); ++slot)
             if (index.At(slot).object)
                 keep(slot);
-    return results;
+    std::sort_heap(m_first.begin(), m_first.end(), later);
 }
 
 ProjectObject* FindResults::At(size_t index)
 {
-    if (index >= m_matches.size())
+    if (index >= m_count)
         return nullptr;
-    if (index >= m_ordered)
-    {
-        // Put the next batch in order: twice what was asked so far, so scrolling sorts rarely.
-        const size_t upTo = std::min(m_matches.size(), std::max({index + 1, m_ordered * 2, size_t(256)}));
-        auto byLabel = [](const Match& a, const Match& b) { return a.label < b.label; };
-        const auto first = m_matches.begin() + static_cast<std::ptrdiff_t>(m_ordered);
-        const auto middle = m_matches.begin() + static_cast<std::ptrdiff_t>(upTo);
-        if (upTo < m_matches.size())
-            std::nth_element(first, middle, m_matches.end(), byLabel);
-        std::sort(first, middle, byLabel);
-        m_ordered = upTo;
-    }
-    return m_matches[index].object;
+    if (index >= m_first.size())
+        Search(std::max(index + 1, m_first.size() * 2));
+    return index < m_first.size() ? m_first[index].object : nullptr;
 }
 
 std::vector<std::pair<size_t, size_t>> MatchedParts(std::wstring_view name, const FindQuery& query)

@@ -38,9 +38,11 @@ public:
     static FindResults Run(const NameIndex& index, const FindQuery& query,
                            const std::vector<const ProjectObject*>& scope = {});
 
-    size_t Count() const { return m_matches.size(); }
-    // The object at a place in tree order. Only the places asked for are put in order, so that
-    // the first results of a query that finds a million cost no more than a few.
+    size_t Count() const { return m_count; }
+    // The object at a place in tree order, null past the end. A query is counted whole, but only
+    // its first results are kept in order; asking beyond them searches again for twice as many,
+    // so that a query finding a million costs no more than one finding a few until the user
+    // scrolls. The index must not have changed since the run (see Generation).
     ProjectObject* At(size_t index);
     // The index's generation the results were taken at.
     uint64_t Generation() const { return m_generation; }
@@ -52,8 +54,15 @@ private:
         ProjectObject* object;
     };
 
-    std::vector<Match> m_matches;
-    size_t m_ordered = 0;
+    // Counts the results and keeps the first `limit` in tree order.
+    void Search(size_t limit);
+
+    const NameIndex* m_index = nullptr;
+    FindQuery m_query;
+    std::vector<std::pair<uint64_t, uint64_t>> m_ranges; // labels of the scope's subtrees
+    bool m_scoped = false;
+    size_t m_count = 0;
+    std::vector<Match> m_first;
     uint64_t m_generation = 0;
 };
 

@@ -14,6 +14,7 @@
 #include "host/PMTreeNode.h"
 
 #include <array>
+#include <cstring>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -121,17 +122,19 @@ private:
 template <class Visit>
 void NameIndex::ForEachContaining(std::string_view word, Visit&& visit) const
 {
-    const std::string_view arena(m_arena);
+    const char* const arena = m_arena.data();
+    const size_t size = m_arena.size();
     size_t record = 0;
-    for (size_t at = arena.find(word); at != std::string_view::npos;)
+    for (const void* at = memmem(arena, size, word.data(), word.size()); at;)
     {
-        record = FindHit(record, at);
+        record = FindHit(record, static_cast<size_t>(static_cast<const char*>(at) - arena));
         const Record& hit = m_records[record];
         if (hit.slot != kNoSlot)
             visit(hit.slot);
         if (++record == m_records.size())
             break;
-        at = arena.find(word, m_records[record].offset);
+        const size_t next = m_records[record].offset;
+        at = memmem(arena + next, size - next, word.data(), word.size());
     }
 }
 } // namespace sn

@@ -170,6 +170,11 @@ TEST_F(FindTest, TheIndexFollowsCreationRenameDeleteMoveUndoAndRedo)
         ASSERT_TRUE(ProjectEdit::Create(steps, N::SoundSFX, L"Squeeze_" + std::to_wstring(i), i % 2 ? 1 : 0));
     ExpectCurrent("after crowding one place");
     EXPECT_EQ(Found(L"squeeze"), Expected(L"squeeze"));
+    // More results than are kept in order at first: reading on searches for more, same order.
+    for (int i = 0; i < 700; ++i)
+        ASSERT_TRUE(ProjectEdit::Create(steps, N::SoundSFX, L"Many_" + std::to_wstring(i),
+                                        random() % (steps->Children().size() + 1)));
+    EXPECT_EQ(Found(L"many"), Expected(L"many"));
 
     std::vector<std::wstring> all;
     for (WorkUnitObject* root : Proj().Roots())
