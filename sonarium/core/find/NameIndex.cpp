@@ -23,6 +23,14 @@ size_t PositionHash(const ProjectObject* parent)
 }
 } // namespace
 
+NameIndex::NameIndex(Project& project) : m_project(project)
+{
+    // Every index counts from a number of its own, so that results taken from a project closed
+    // since are never taken for current ones of a project that follows it, wherever it lives.
+    static uint64_t indexes = 0;
+    m_generation = ++indexes << 40;
+}
+
 bool NameIndex::IsFound(const ProjectObject* object)
 {
     return ProjectObject::IsHierarchyMember(object->GetObjectType());

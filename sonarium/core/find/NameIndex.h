@@ -39,7 +39,7 @@ public:
         ProjectObject* object; // null: a free slot
     };
 
-    explicit NameIndex(Project& project) : m_project(project) {}
+    explicit NameIndex(Project& project);
     NameIndex(const NameIndex&) = delete;
     NameIndex& operator=(const NameIndex&) = delete;
 
@@ -108,7 +108,7 @@ private:
     std::vector<uint32_t> m_free;
     size_t m_size = 0;
     size_t m_deadBytes = 0;
-    uint64_t m_generation = 0;
+    uint64_t m_generation;
     // Where the last children entered sit in their parents: objects enter in tree order, so
     // the next one is usually right after.
     struct Position
