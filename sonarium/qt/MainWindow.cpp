@@ -112,7 +112,7 @@ void MainWindow::BuildPanes()
 
 void MainWindow::AddPaneWidget(Pane const& pane, int index)
 {
-    auto* widget = new PaneWidget(pane, m_driver, m_splitter);
+    auto* widget = new PaneWidget(pane, m_session, m_driver, m_splitter);
     m_splitter->insertWidget(index, widget);
     m_panes.push_back(widget);
     connect(widget, &PaneWidget::CloseRequested, this, &MainWindow::ClosePane, Qt::QueuedConnection);

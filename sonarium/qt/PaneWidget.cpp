@@ -1,6 +1,7 @@
 #include "sonarium/qt/PaneWidget.h"
 
 #include "host/ButtonWithTooltip.h"
+#include "sonarium/qt/FindBar.h"
 #include "sonarium/qt/QtCanvas.h"
 #include "sonarium/qt/QtText.h"
 #include "sonarium/qt/QtWindowSystemDriver.h"
@@ -11,6 +12,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QShortcut>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -27,8 +29,8 @@ ObjectToolbar* FindToolbar(CWnd& view)
 }
 } // namespace
 
-PaneWidget::PaneWidget(Pane const& pane, QtWindowSystemDriver& driver, QWidget* parent)
-    : QWidget(parent), m_view(pane.view)
+PaneWidget::PaneWidget(Pane const& pane, AppSession& session, QtWindowSystemDriver& driver, QWidget* parent)
+    : QWidget(parent), m_view(pane.view), m_find(std::make_unique<PaneFind>(session, pane.view, pane.categories))
 {
     setObjectName(ToQt(pane.name));
     auto* layout = new QVBoxLayout(this);
@@ -70,8 +72,22 @@ PaneWidget::PaneWidget(Pane const& pane, QtWindowSystemDriver& driver, QWidget* 
     layout->addLayout(bar);
 
     m_tree = new TreeViewWidget(m_view->GetTreeCtrl(), driver, this);
+    m_findBar = new FindBar(*m_find, *m_tree, driver, this);
+    layout->addWidget(m_findBar);
     layout->addWidget(m_tree, 1);
+    // While it shows results, the list takes two fifths of the pane.
+    connect(m_findBar, &FindBar::ResultsShown, this, [layout, this](bool shown)
+            { layout->setStretchFactor(m_findBar, shown ? 2 : 0), layout->setStretchFactor(m_tree, shown ? 3 : 1); });
+    // Ctrl+F goes to the field of the pane that holds the keyboard.
+    auto* find = new QShortcut(QKeySequence::Find, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
+    connect(find, &QShortcut::activated, m_findBar, &FindBar::FocusField);
     connect(&driver, &QtWindowSystemDriver::Pumped, this, &PaneWidget::SyncButtons);
+}
+
+PaneWidget::~PaneWidget()
+{
+    // The bar reads the find state: it goes first.
+    delete m_findBar;
 }
 
 void PaneWidget::SyncButtons()

@@ -1,15 +1,18 @@
 #pragma once
-// An explorer pane on screen: the view's object toolbar as tool buttons, the tree below. The
-// portable view is kept the size of the widget.
+// An explorer pane on screen: the view's object toolbar as tool buttons, the search field and
+// its results, the tree below. The portable view is kept the size of the widget.
 
 #include "sonarium/app/session/AppSession.h"
+#include "sonarium/app/session/PaneFind.h"
 
 #include <QWidget>
 
+#include <memory>
 #include <vector>
 
 namespace sn::qt
 {
+class FindBar;
 class QtWindowSystemDriver;
 class ToolbarButton;
 class TreeViewWidget;
@@ -19,7 +22,8 @@ class PaneWidget : public QWidget
     Q_OBJECT
 
 public:
-    PaneWidget(Pane const& pane, QtWindowSystemDriver& driver, QWidget* parent = nullptr);
+    PaneWidget(Pane const& pane, AppSession& session, QtWindowSystemDriver& driver, QWidget* parent = nullptr);
+    ~PaneWidget() override;
 
     DlgProjectExplorer* View() const { return m_view; }
     TreeViewWidget* TreeView() const { return m_tree; }
@@ -42,5 +46,7 @@ private:
     QWidget* m_heading = nullptr;
     TreeViewWidget* m_tree = nullptr;
     std::vector<ToolbarButton*> m_buttons;
+    std::unique_ptr<PaneFind> m_find;
+    FindBar* m_findBar = nullptr;
 };
 } // namespace sn::qt

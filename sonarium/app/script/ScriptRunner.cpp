@@ -243,6 +243,7 @@ void ScriptRunner::AddCommands()
     AddPlaylistCommands();
     AddCreationCommands();
     AddContextMenuCommands();
+    AddFindCommands();
 }
 
 void ScriptRunner::AddSubcommands(std::wstring const& command, std::map<std::wstring, Handler> subcommands)

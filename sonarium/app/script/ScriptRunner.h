@@ -5,6 +5,7 @@
 
 #include "sonarium/app/script/ScriptedMenus.h"
 #include "sonarium/app/session/AppSession.h"
+#include "sonarium/app/session/PaneFind.h"
 #include "sonarium/ui/dialogs/ScriptedDialogService.h"
 
 #include <functional>
@@ -77,6 +78,9 @@ private:
     bool PrintClipboard();
     // A row of a pane (scrolled into view), or the empty space below its last row for "below".
     bool DropPoint(Pane& pane, std::wstring const& target, CPoint& point, std::wstring& error);
+    // ScriptFind.cpp: each pane's search field.
+    void AddFindCommands();
+    PaneFind* FindOf(Words const& words, size_t index, std::wstring& error);
     // ScriptPanels.cpp: the Edit menu and the property inspector.
     void AddPanelCommands();
     // ScriptChecks.cpp: `check`, and whether a failing line stops the run.
@@ -100,5 +104,6 @@ private:
     std::unique_ptr<FolderSnapshot> m_snapshot; // the project's files at `check snapshot`
     int m_heldLocks = 0;               // raises of the UI lock made by `host lock`
     bool m_keepGoing = false;          // `on-error continue`: a failing line does not stop the run
+    std::map<std::wstring, std::unique_ptr<PaneFind>> m_finds; // by pane name
 };
 } // namespace sn

@@ -31,7 +31,8 @@ std::map<std::string, COLORREF> Palette(Scheme scheme)
                 {"Control_Background", RGB(0x33, 0x36, 0x3A)},
                 {"Tooltip_Background", RGB(0x3C, 0x3F, 0x44)},
                 {"Link", RGB(0x6C, 0xA8, 0xF0)},
-                {"Pane_FocusAccent", RGB(0x4A, 0x8B, 0xE0)}};
+                {"Pane_FocusAccent", RGB(0x4A, 0x8B, 0xE0)},
+                {"Find_MatchBackground", RGB(0x6B, 0x5A, 0x1E)}};
     return {{"Explorer_BackgroundColor", RGB(0xFF, 0xFF, 0xFF)},
             {"Explorer_NormalText", RGB(0x1E, 0x1F, 0x22)},
             {"Explorer_SelectionBackground", RGB(0xC7, 0xDD, 0xF7)},
@@ -47,7 +48,8 @@ std::map<std::string, COLORREF> Palette(Scheme scheme)
             {"Control_Background", RGB(0xFF, 0xFF, 0xFF)},
             {"Tooltip_Background", RGB(0xFF, 0xFB, 0xE6)},
             {"Link", RGB(0x1F, 0x5F, 0xBF)},
-            {"Pane_FocusAccent", RGB(0x2F, 0x6F, 0xD0)}};
+            {"Pane_FocusAccent", RGB(0x2F, 0x6F, 0xD0)},
+            {"Find_MatchBackground", RGB(0xFF, 0xE8, 0x8C)}};
 }
 
 State& Theme()

@@ -54,6 +54,7 @@ void Project::Index(ProjectObject* object)
     object->Attach(this);
     m_index.Insert(object);
     m_references.AddObject(object);
+    m_names.Enter(object);
     for (const CSmartPtr<ProjectObject>& child : object->Children())
         Index(child.Get());
 }
@@ -65,6 +66,7 @@ void Project::Unindex(ProjectObject* object)
     if (Find(object->Id()) == object)
     {
         m_references.RemoveObject(object);
+        m_names.Leave(object);
         m_index.Erase(object->Id());
     }
 }

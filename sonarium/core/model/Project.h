@@ -3,6 +3,7 @@
 // languages, and the folder it lives in.
 
 #include "host/GuidTable.h"
+#include "sonarium/core/find/NameIndex.h"
 #include "sonarium/core/model/ProjectObject.h"
 #include "sonarium/core/model/ReferenceIndex.h"
 
@@ -45,6 +46,7 @@ public:
     WorkUnitObject* GetRoot(OrbObjectCategories::Category category) const;
     WorkUnitObject* AddRoot(OrbObjectCategories::Category category, GUID const& id, CStdStr<wchar_t> name);
     std::vector<WorkUnitObject*> Roots() const;
+    const std::vector<CSmartPtr<WorkUnitObject>>& RootList() const { return m_roots; }
 
     ProjectObject* Find(GUID const& id) const;
     size_t ObjectCount() const { return m_index.Size(); }
@@ -54,6 +56,9 @@ public:
     // Who refers to which object, among the objects in the hierarchy.
     ReferenceIndex& References() { return m_references; }
     const ReferenceIndex& References() const { return m_references; }
+    // The lower-cased names of the hierarchy, in tree order, for finding objects by name.
+    NameIndex& Names() { return m_names; }
+    const NameIndex& Names() const { return m_names; }
 
     std::vector<Platform>& Platforms() { return m_platforms; }
     const std::vector<Platform>& Platforms() const { return m_platforms; }
@@ -87,6 +92,7 @@ private:
     std::vector<CSmartPtr<WorkUnitObject>> m_roots;
     GuidTable<ProjectObject*, IndexTraits> m_index;
     ReferenceIndex m_references;
+    NameIndex m_names{*this};
     std::vector<Platform> m_platforms;
     std::vector<Language> m_languages;
     std::vector<CSmartPtr<ProjectObject>> m_presets;

@@ -144,6 +144,8 @@ void ProjectObject::EndChangeNotification(int kind)
 void ProjectObject::RawSetName(const CStdStr<wchar_t>& name)
 {
     m_name = Utf8::FromWide(name);
+    if (m_project)
+        m_project->Names().Renamed(this);
 }
 
 size_t ProjectObject::IndexOf(const ProjectObject* child) const

@@ -96,6 +96,9 @@ public:
     void RawSetProperty(const std::string& key, std::wstring value);
     void RawSetCategory(OrbObjectCategories::Category category);
     void Detach() { m_project = nullptr; }
+    // Where the project's name index keeps the object (NameIndex::kNoSlot: nowhere).
+    uint32_t NameSlot() const { return m_nameSlot; }
+    void SetNameSlot(uint32_t slot) { m_nameSlot = slot; }
     void Attach(Project* project) { m_project = project; }
 
 protected:
@@ -128,6 +131,10 @@ public:
     // The platform-independent inclusion, used while the link holds. Declared last so that it
     // shares a word with the flag above.
     bool m_includedEverywhere = true;
+
+private:
+    // Fits in the padding after the flags: the object does not grow.
+    uint32_t m_nameSlot = UINT32_MAX;
 };
 
 // A work unit: a file of the project (or a category's root, or a physical folder, which are
