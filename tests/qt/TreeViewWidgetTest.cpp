@@ -37,7 +37,7 @@ protected:
         std::vector<std::wstring> messages;
         ASSERT_TRUE(session.OpenProject(SONARIUM_SAMPLES_DIR "/Demo", messages));
         sn::Pane& pane = session.OpenPane(sn::DefaultPanes().front(), CRect(0, 0, 300, 600));
-        widget = std::make_unique<sn::qt::PaneWidget>(pane, driver);
+        widget = std::make_unique<sn::qt::PaneWidget>(pane, session, driver);
         widget->resize(360, 500);
         widget->show();
         QCoreApplication::processEvents();
