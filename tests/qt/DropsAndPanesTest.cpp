@@ -96,7 +96,7 @@ using QtPanes = SessionFixture;
 TEST_F(QtDrops, FilesFromAFileManagerArriveAsAFileListWithTheKeysHeld)
 {
     sn::Pane& pane = session.OpenPane(sn::DefaultPanes().front(), CRect(0, 0, 300, 600));
-    sn::qt::PaneWidget widget(pane, driver);
+    sn::qt::PaneWidget widget(pane, session, driver);
     widget.resize(360, 500);
     widget.show();
     QWidget* viewport = widget.TreeView()->viewport();
@@ -136,7 +136,7 @@ TEST_F(QtDrops, FilesFromAFileManagerArriveAsAFileListWithTheKeysHeld)
 TEST_F(QtDrops, LeavingEndsTheVisitAndTheNextEnterStartsAnother)
 {
     sn::Pane& pane = session.OpenPane(sn::DefaultPanes().front(), CRect(0, 0, 300, 600));
-    sn::qt::PaneWidget widget(pane, driver);
+    sn::qt::PaneWidget widget(pane, session, driver);
     widget.resize(360, 500);
     widget.show();
     RecordingTarget target;
@@ -176,7 +176,7 @@ TEST(QtFileDrops, WavFilesDroppedWithCtrlBecomeSoundsAndCtrlWithAltIsRefused)
         std::vector<std::wstring> messages;
         ASSERT_TRUE(session.OpenProject(dir / "Demo", messages));
         sn::Pane& pane = session.OpenPane(sn::DefaultPanes().front(), CRect(0, 0, 300, 600));
-        sn::qt::PaneWidget widget(pane, driver);
+        sn::qt::PaneWidget widget(pane, session, driver);
         widget.resize(360, 500);
         widget.show();
         PETreeCtrl& tree = pane.view->GetTreeCtrl();
