@@ -17,6 +17,7 @@
 #include "sonarium/ui/helpers/DropFileCheck.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cwctype>
 #include <fstream>
 
@@ -45,14 +46,18 @@ std::wstring FileProblem(const std::filesystem::path& path);
 
 // The files a dropped folder brings, by path: the audio and MIDI files in it and in its
 // subfolders, as a user who drops a folder of sounds means; hidden files, and others that cannot
-// be imported, are left out. The last folder's answer is kept, since a drag asks at every move.
+// be imported, are left out. The last folder's answer is kept for a second, since a drag asks at
+// every move of the pointer, and a folder may change between two drags.
 const std::vector<std::wstring>& FilesInFolder(const std::filesystem::path& folder)
 {
     static std::filesystem::path s_folder;
     static std::vector<std::wstring> s_files;
-    if (folder == s_folder)
+    static std::chrono::steady_clock::time_point s_read;
+    const auto now = std::chrono::steady_clock::now();
+    if (folder == s_folder && now - s_read < std::chrono::seconds(1))
         return s_files;
     s_folder = folder;
+    s_read = now;
     s_files.clear();
     std::error_code failure;
     for (std::filesystem::recursive_directory_iterator it(
@@ -145,11 +150,13 @@ bool DragDropHelpers::GetDropFilesArray(HDROP drop, std::vector<CStdStr<wchar_t>
             continue;
         std::vector<wchar_t> buffer(name.size() + 1);
         ::DragQueryFileW(drop, i, buffer.data(), static_cast<UINT>(buffer.size()));
-        // A folder stands for the sounds in it.
+        // A folder stands for the sounds in it; one with none stays itself, so that the drop is
+        // refused with the reason rather than taken for the other files alone.
         std::error_code failure;
-        if (std::filesystem::is_directory(buffer.data(), failure))
-            for (const std::wstring& file : FilesInFolder(buffer.data()))
-                files.emplace_back(file);
+        const std::vector<std::wstring>* inside =
+            std::filesystem::is_directory(buffer.data(), failure) ? &FilesInFolder(buffer.data()) : nullptr;
+        if (inside && !inside->empty())
+            files.insert(files.end(), inside->begin(), inside->end());
         else
             files.emplace_back(buffer.data());
     }
