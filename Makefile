@@ -24,6 +24,7 @@ test: build
 # Speed and memory of the explorer on generated projects of up to a million objects.
 bench: build
 	@$(BUILD)/bench/explorer_bench --benchmark_counters_tabular=true
+	@$(BUILD)/bench/compare_bench --benchmark_counters_tabular=true
 
 clean:
 	rm -rf $(BUILD)
