@@ -144,6 +144,7 @@ void ProjectObject::EndChangeNotification(int kind)
 void ProjectObject::RawSetName(const CStdStr<wchar_t>& name)
 {
     m_name = Utf8::FromWide(name);
+    Touch();
 }
 
 size_t ProjectObject::IndexOf(const ProjectObject* child) const
@@ -220,6 +221,7 @@ void ProjectObject::RawInsertChild(size_t index, ProjectObject* child)
     m_memberChildren += IsHierarchyMember(child->GetObjectType()) ? 1 : 0;
     m_children.insert(m_children.begin() + static_cast<std::ptrdiff_t>(index),
                       CSmartPtr<ProjectObject>(child));
+    Touch();
 }
 
 CSmartPtr<ProjectObject> ProjectObject::RawRemoveChild(size_t index)
@@ -228,6 +230,7 @@ CSmartPtr<ProjectObject> ProjectObject::RawRemoveChild(size_t index)
     m_children.erase(m_children.begin() + static_cast<std::ptrdiff_t>(index));
     m_memberChildren -= IsHierarchyMember(child->GetObjectType()) ? 1 : 0;
     child->m_parent = nullptr;
+    Touch();
     return child;
 }
 
@@ -237,12 +240,14 @@ void ProjectObject::RawSetIncluded(GUID const& platform, bool included)
         m_includedEverywhere = included;
     else
         MutableExtras().includedOn[platform] = included;
+    Touch();
 }
 
 void ProjectObject::RawSetIncludedOn(PlatformInclusion included)
 {
     MutableExtras().includedOn = std::move(included);
     TrimExtras();
+    Touch();
 }
 
 void ProjectObject::RawSetProperty(const std::string& key, std::wstring value)
@@ -257,12 +262,14 @@ void ProjectObject::RawSetProperty(const std::string& key, std::wstring value)
     else
         MutableExtras().properties[key] = std::move(value);
     TrimExtras();
+    Touch();
 }
 
 void ProjectObject::RawSetCategory(OrbObjectCategories::Category category)
 {
     MutableExtras().category = category;
     TrimExtras();
+    Touch();
 }
 
 WorkUnitObject::WorkUnitObject(Project* project, GUID const& id, NodeType nodeType, CStdStr<wchar_t> name)
