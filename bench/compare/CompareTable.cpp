@@ -44,7 +44,9 @@ void CollectingReporter::ReportRuns(const std::vector<Run>& runs)
             continue;
         Result result;
         // The processor's time: the machine is shared, and waiting for it is not the code's cost.
-        result.milliseconds = run.GetAdjustedCPUTime();
+        // A run of another process is timed on the clock.
+        result.milliseconds = run.run_name.time_type == "real_time" ? run.GetAdjustedRealTime()
+                                                                  : run.GetAdjustedCPUTime();
         if (run.time_unit == benchmark::kMicrosecond)
             result.milliseconds /= 1e3;
         else if (run.time_unit == benchmark::kNanosecond)

@@ -10,6 +10,7 @@
 #include <benchmark/benchmark.h>
 
 #include <fcntl.h>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <spawn.h>
@@ -74,7 +75,8 @@ void OpenFromDisk(benchmark::State& state)
         peakKilobytes = std::max(peakKilobytes, kilobytes);
     }
     state.counters["peak_bytes_per_object"] = static_cast<double>(peakKilobytes) * 1024.0 / static_cast<double>(objects);
-    fs::remove_all(folder);
+    if (!std::getenv("SONARIUM_BENCH_KEEP"))
+        fs::remove_all(folder);
 }
 } // namespace
 
