@@ -25,6 +25,7 @@ test: build
 bench: build
 	@$(BUILD)/bench/explorer_bench --benchmark_counters_tabular=true
 	@QT_QPA_PLATFORM=offscreen $(BUILD)/bench/find_bench --benchmark_counters_tabular=true
+	@$(BUILD)/bench/compare_bench --benchmark_counters_tabular=true
 
 clean:
 	rm -rf $(BUILD)

@@ -35,6 +35,28 @@ std::string FromWide(std::wstring_view text)
     return out;
 }
 
+namespace
+{
+// Decodes the character at i; its length in bytes, or 0 when the bytes there are not UTF-8.
+int Decode(std::string_view text, size_t i, char32_t& c)
+{
+    const auto lead = static_cast<unsigned char>(text[i]);
+    const int length = lead < 0x80 ? 1 : (lead >> 5) == 0x6 ? 2 : (lead >> 4) == 0xE ? 3 : (lead >> 3) == 0x1E ? 4 : 0;
+    c = length == 1 ? lead : length == 2 ? (lead & 0x1F) : length == 3 ? (lead & 0x0F) : (lead & 0x07);
+    bool valid = length != 0 && i + static_cast<size_t>(length) <= text.size();
+    for (int k = 1; valid && k < length; ++k)
+    {
+        const auto next = static_cast<unsigned char>(text[i + static_cast<size_t>(k)]);
+        valid = (next & 0xC0) == 0x80;
+        c = (c << 6) | (next & 0x3F);
+    }
+    static constexpr char32_t kMinimum[] = {0, 0, 0x80, 0x800, 0x10000};
+    if (valid && (c < kMinimum[length] || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)))
+        valid = false;
+    return valid ? length : 0;
+}
+} // namespace
+
 std::wstring ToWide(std::string_view text)
 {
     std::wstring out;
@@ -42,22 +64,31 @@ std::wstring ToWide(std::string_view text)
     size_t i = 0;
     while (i < text.size())
     {
-        const auto lead = static_cast<unsigned char>(text[i]);
-        const int length = lead < 0x80 ? 1 : (lead >> 5) == 0x6 ? 2 : (lead >> 4) == 0xE ? 3 : (lead >> 3) == 0x1E ? 4 : 0;
-        char32_t c = length == 1 ? lead : length == 2 ? (lead & 0x1F) : length == 3 ? (lead & 0x0F) : (lead & 0x07);
-        bool valid = length != 0 && i + static_cast<size_t>(length) <= text.size();
-        for (int k = 1; valid && k < length; ++k)
-        {
-            const auto next = static_cast<unsigned char>(text[i + static_cast<size_t>(k)]);
-            valid = (next & 0xC0) == 0x80;
-            c = (c << 6) | (next & 0x3F);
-        }
-        static constexpr char32_t kMinimum[] = {0, 0, 0x80, 0x800, 0x10000};
-        if (valid && (c < kMinimum[length] || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)))
-            valid = false;
-        out += valid ? static_cast<wchar_t>(c) : L'\xFFFD';
-        i += valid ? static_cast<size_t>(length) : 1;
+        char32_t c = 0;
+        const int length = Decode(text, i, c);
+        out += length ? static_cast<wchar_t>(c) : L'\xFFFD';
+        i += length ? static_cast<size_t>(length) : 1;
     }
     return out;
+}
+
+bool IsValid(std::string_view text)
+{
+    size_t i = 0;
+    while (i < text.size())
+    {
+        // Mostly plain ASCII: skipped a byte at a time without decoding.
+        if (static_cast<unsigned char>(text[i]) < 0x80)
+        {
+            ++i;
+            continue;
+        }
+        char32_t c = 0;
+        const int length = Decode(text, i, c);
+        if (!length)
+            return false;
+        i += static_cast<size_t>(length);
+    }
+    return true;
 }
 } // namespace Utf8

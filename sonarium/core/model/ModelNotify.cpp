@@ -90,7 +90,9 @@ void Object(ROString const& event, IOrbObject* object)
 
 void About(ROString const& channel, ROString const& event, IOrbObject* object)
 {
-    ShownStateChanged();
+    // An inclusion reaches every row below the object, which no change stamp of theirs records.
+    if (event == evInclusionChanged || event == evLanguageInclusionChanged)
+        ShownStateChanged();
     if (!INotifyMgr::m_pInstance)
         return;
     if (auto& held = HeldChanges(); !held.empty())

@@ -8,6 +8,7 @@
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ObjectKinds.h"
 #include "sonarium/core/model/Project.h"
+#include "sonarium/core/model/ViewsLock.h"
 #include "sonarium/core/naming/NamingRules.h"
 #include "sonarium/core/storage/ProjectStorage.h"
 #include "sonarium/core/undo/UndoManager.h"
@@ -68,6 +69,8 @@ public:
     }
     void Remove()
     {
+        // A destroyed object is announced twice, before and after it leaves: views rebuild once.
+        const ScopedViewsLock lock;
         // A moved object leaves its parent without being destroyed.
         if (!m_move)
             notify::Object(notify::evPreDestroy, m_child.Get());
@@ -298,7 +301,8 @@ static bool MoveAs(ProjectObject* object, ProjectObject* parent, size_t index, c
     const size_t oldIndex = from->IndexOf(object);
     if (parent == from && index != AtEnd && index > oldIndex)
         --index; // the index was counted with the object still in place
-    // Leaving one parent and joining another undo as one step.
+    // Leaving one parent and joining another undo as one step, and show as one change.
+    const ScopedViewsLock lock;
     AutoComplexUndo step(L"Move", false);
     auto out = std::make_unique<StructureCommand>(from, oldIndex, object, false, true);
     auto in = std::make_unique<StructureCommand>(parent, index, object, true, true);

@@ -146,6 +146,7 @@ void ProjectObject::RawSetName(const CStdStr<wchar_t>& name)
     m_name = Utf8::FromWide(name);
     if (m_project)
         m_project->Names().Renamed(this);
+    Touch();
 }
 
 size_t ProjectObject::IndexOf(const ProjectObject* child) const
@@ -222,6 +223,7 @@ void ProjectObject::RawInsertChild(size_t index, ProjectObject* child)
     m_memberChildren += IsHierarchyMember(child->GetObjectType()) ? 1 : 0;
     m_children.insert(m_children.begin() + static_cast<std::ptrdiff_t>(index),
                       CSmartPtr<ProjectObject>(child));
+    Touch();
 }
 
 CSmartPtr<ProjectObject> ProjectObject::RawRemoveChild(size_t index)
@@ -230,6 +232,7 @@ CSmartPtr<ProjectObject> ProjectObject::RawRemoveChild(size_t index)
     m_children.erase(m_children.begin() + static_cast<std::ptrdiff_t>(index));
     m_memberChildren -= IsHierarchyMember(child->GetObjectType()) ? 1 : 0;
     child->m_parent = nullptr;
+    Touch();
     return child;
 }
 
@@ -239,12 +242,14 @@ void ProjectObject::RawSetIncluded(GUID const& platform, bool included)
         m_includedEverywhere = included;
     else
         MutableExtras().includedOn[platform] = included;
+    Touch();
 }
 
 void ProjectObject::RawSetIncludedOn(PlatformInclusion included)
 {
     MutableExtras().includedOn = std::move(included);
     TrimExtras();
+    Touch();
 }
 
 void ProjectObject::RawSetProperty(const std::string& key, std::wstring value)
@@ -259,12 +264,14 @@ void ProjectObject::RawSetProperty(const std::string& key, std::wstring value)
     else
         MutableExtras().properties[key] = std::move(value);
     TrimExtras();
+    Touch();
 }
 
 void ProjectObject::RawSetCategory(OrbObjectCategories::Category category)
 {
     MutableExtras().category = category;
     TrimExtras();
+    Touch();
 }
 
 WorkUnitObject::WorkUnitObject(Project* project, GUID const& id, NodeType nodeType, CStdStr<wchar_t> name)

@@ -83,16 +83,35 @@ public:
     const PropertyMap& Properties() const;
     std::wstring GetProperty(const std::string& key) const;
 
+    // When anything in the subtree last changed, on the clock below: a reader that noted the
+    // clock when it last read the subtree has missed a change exactly when this is not earlier.
+    uint32_t ChangeStamp() const { return m_changeStamp; }
+    static uint32_t ChangeClock() { return s_changeClock; }
+    // Starts a new reading: changes made from now on carry a later stamp than those before.
+    static uint32_t AdvanceChangeClock() { return ++s_changeClock; }
+
     // Raw mutators: the project's edit operations call them and take care of undo,
-    // notifications and dirty state.
+    // notifications and dirty state. Each stamps the object and its ancestors.
     void RawInsertChild(size_t index, ProjectObject* child);
     CSmartPtr<ProjectObject> RawRemoveChild(size_t index);
     void RawSetName(const CStdStr<wchar_t>& name);
-    void RawSetColor(int color) { m_color = color; }
-    void RawSetFlags(unsigned int flags) { m_flags = flags; }
+    void RawSetColor(int color)
+    {
+        m_color = static_cast<int16_t>(color);
+        Touch();
+    }
+    void RawSetFlags(unsigned int flags)
+    {
+        m_flags = flags;
+        Touch();
+    }
     void RawSetIncluded(GUID const& platform, bool included);
     void RawSetIncludedOn(PlatformInclusion included);
-    void RawSetInclusionLinked(bool linked) { m_inclusionLinked = linked; }
+    void RawSetInclusionLinked(bool linked)
+    {
+        m_inclusionLinked = linked;
+        Touch();
+    }
     void RawSetProperty(const std::string& key, std::wstring value);
     void RawSetCategory(OrbObjectCategories::Category category);
     void Detach() { m_project = nullptr; }
@@ -111,6 +130,14 @@ protected:
     Extras& MutableExtras();
     // Forgets the record once it holds nothing.
     void TrimExtras();
+    // Stamps the object and its ancestors with the clock; stops at the first one stamped already,
+    // whose ancestors were stamped with it.
+    void Touch()
+    {
+        for (ProjectObject* object = this; object && object->m_changeStamp != s_changeClock; object = object->m_parent)
+            object->m_changeStamp = s_changeClock;
+    }
+    static inline uint32_t s_changeClock = 1;
 
     Project* m_project;
     ProjectObject* m_parent = nullptr;
@@ -124,7 +151,8 @@ protected:
     // Both kinds are small numbers; half-words keep the object within its size.
     uint16_t m_nodeType;
     uint16_t m_objectType;
-    int m_color = -1;
+    uint32_t m_changeStamp = 0;
+    int16_t m_color = -1;
     bool m_inclusionLinked = true;
 
 public:
@@ -152,12 +180,24 @@ public:
 
     // A work unit with a file of its own (not a root, not a physical folder).
     bool IsFile() const { return !IsTopWorkUnit() && GetNodeType() == PMTreeNode::WorkUnit; }
-    void RawSetDirty(bool dirty) { m_dirty = dirty; }
-    void RawSetLoaded(bool loaded) { m_loaded = loaded; }
+    void RawSetDirty(bool dirty)
+    {
+        m_dirty = dirty;
+        Touch();
+    }
+    void RawSetLoaded(bool loaded)
+    {
+        m_loaded = loaded;
+        Touch();
+    }
     // Why the unit's file could not be read ("<path>: <reason>"), when it could not; empty once
     // it has been read.
     const std::string& LoadProblem() const { return m_loadProblem; }
-    void RawSetLoadProblem(std::string problem) { m_loadProblem = std::move(problem); }
+    void RawSetLoadProblem(std::string problem)
+    {
+        m_loadProblem = std::move(problem);
+        Touch();
+    }
 
 private:
     std::string m_loadProblem;

@@ -104,14 +104,15 @@ ObjectIcons::IconType IconOf(PMTreeNode::NodeType type)
 } // namespace
 
 ProjectNode::ProjectNode(PMTreeNode* parent, ProjectObject* object)
-    : TreeNodeWithObject(parent, object, object->GetNodeType()), m_model(object)
+    : TreeNodeWithObject(parent, object, object->GetNodeType()), m_model(object),
+      m_readAt(ProjectObject::ChangeClock())
 {
     m_rules = &rules::RuleFor(object->GetNodeType(), object->GetCategory(), object->IsTopWorkUnit());
     // A category's root starts open, as a fresh view shows it.
     m_expanded = object->IsTopWorkUnit();
     ReadVisuals();
     ReadInclusion();
-    m_readAt = ShownStateGeneration();
+    m_shownAt = ShownStateGeneration();
 }
 
 CStdStr<wchar_t> ProjectNode::GetDisplayName() const
@@ -251,24 +252,39 @@ void ProjectNode::RefreshPF(GuidSet& pending)
 
 void ProjectNode::Refresh(bool force, unsigned long flags)
 {
-    // A forced refresh re-reads the name too: names changed while the views were locked are
-    // otherwise only applied by the visual bit. Whatever changed since the node last read its
-    // state (while it had no row to be told through, say) is read whatever the flags.
-    const bool stale = m_readAt != ShownStateGeneration();
-    if (force || (flags & 4) || stale)
+    RefreshSubtree(force, flags, ProjectObject::AdvanceChangeClock());
+}
+
+void ProjectNode::RefreshSubtree(bool force, unsigned long flags, uint32_t reading)
+{
+    // A subtree in which nothing changed since it was read has nothing new to show in names or
+    // children: only a refresh of every row's visuals or inclusion has to visit it, or a change
+    // of what rows show that no object's stamp records (a platform switched, an inclusion changed
+    // above the node while it had no row to be told through).
+    const bool outOfDate = IsOutOfDate();
+    const bool stale = m_shownAt != ShownStateGeneration();
+    if (!outOfDate && !stale && !(flags & (4 | 8)))
+        return;
+    // A forced refresh re-reads what the node shows too: names changed while the views were
+    // locked are otherwise only applied by the visual bit, and the view may keep fewer bits than
+    // were raised while a label is edited.
+    if (force || (flags & 4) || stale || outOfDate)
         ReadVisuals();
     if ((flags & 8) || stale)
         ReadInclusion();
     if (stale)
-        m_readAt = ShownStateGeneration();
-    if (flags & 3)
-        SyncChildren(force, flags);
+        m_shownAt = ShownStateGeneration();
+    if ((flags & 3) && outOfDate)
+        SyncChildren(force, flags, reading);
     else
         for (PMTreeNode* child : m_children)
-            child->Refresh(force, flags);
+            static_cast<ProjectNode*>(child)->RefreshSubtree(force, flags, reading);
+    // Names and children below are now those of the project, as of the reading.
+    if ((flags & 3) && (force || (flags & 4)))
+        m_readAt = reading;
 }
 
-void ProjectNode::SyncChildren(bool force, unsigned long flags)
+void ProjectNode::SyncChildren(bool force, unsigned long flags, uint32_t reading)
 {
     if (!m_childrenRead)
         return; // read when first needed, from the project as it is then
@@ -299,7 +315,7 @@ void ProjectNode::SyncChildren(bool force, unsigned long flags)
         if (node)
         {
             children.push_back(node);
-            node->Refresh(force, flags);
+            static_cast<ProjectNode*>(node)->RefreshSubtree(force, flags, reading);
         }
         else
             children.push_back(new ProjectNode(this, object.Get()));

@@ -45,14 +45,20 @@ protected:
 private:
     void ReadVisuals();
     void ReadInclusion();
+    // Refresh below the first node: every node of one refresh shares its reading of the clock.
+    void RefreshSubtree(bool force, unsigned long flags, uint32_t reading);
     // Brings the read children in line with the project, keeping the nodes that remain.
-    void SyncChildren(bool force, unsigned long flags);
+    void SyncChildren(bool force, unsigned long flags, uint32_t reading);
+    // Whether the project changed below this node since the node last read its subtree.
+    bool IsOutOfDate() const { return m_model->ChangeStamp() >= m_readAt; }
     ProjectObject* m_model; // kept alive by the base's reference
+    // The project's change clock when the subtree was last read whole: names and children.
+    uint32_t m_readAt;
 
     std::string m_displayName; // UTF-8
     bool m_excluded = false;
     bool m_unreadable = false; // a work unit whose file failed to load
     bool m_languageExcluded = false;
-    uint32_t m_readAt = 0; // the ShownStateGeneration the name and inclusion were read at
+    uint32_t m_shownAt = 0; // the ShownStateGeneration the name and inclusion were read at
 };
 } // namespace sn

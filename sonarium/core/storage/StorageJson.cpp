@@ -152,6 +152,9 @@ Json Parse(const std::string& bytes)
 
 std::string MakeValidUtf8(std::string& bytes)
 {
+    // Files are nearly always valid: checked in one pass before anything is converted.
+    if (Utf8::IsValid(bytes))
+        return {};
     std::string valid = Utf8::FromWide(Utf8::ToWide(bytes));
     if (valid == bytes)
         return {};

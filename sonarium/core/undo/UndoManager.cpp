@@ -1,5 +1,7 @@
 #include "sonarium/core/undo/UndoManager.h"
 
+#include "sonarium/core/model/ViewsLock.h"
+
 IUndoMgr* IUndoMgr::m_instance = nullptr;
 
 namespace sn
@@ -69,6 +71,8 @@ bool UndoManager::Undo()
         return false;
     Step step = std::move(m_undo.back());
     m_undo.pop_back();
+    // A step of several changes rebuilds the views once, after it is back on its stack.
+    const ScopedViewsLock lock(step.commands.size() > 1);
     {
         ReplayGuard guard(m_replaying);
         for (auto it = step.commands.rbegin(); it != step.commands.rend(); ++it)
@@ -84,6 +88,8 @@ bool UndoManager::Redo()
         return false;
     Step step = std::move(m_redo.back());
     m_redo.pop_back();
+    // A step of several changes rebuilds the views once, after it is back on its stack.
+    const ScopedViewsLock lock(step.commands.size() > 1);
     {
         ReplayGuard guard(m_replaying);
         for (auto& command : step.commands)
