@@ -84,7 +84,9 @@ std::chrono::microseconds SaveInChild(const fs::path& folder, long delayMicrosec
     ::close(ready[0]);
     ::close(ready[1]);
     if (delayMicroseconds < 0)
+    {
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "the whole save failed";
+    }
     return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start);
 }
 
@@ -144,7 +146,9 @@ TEST(KilledSave, EveryFileIsOldOrNewAfterAKillAtAnyMoment)
         // A file both states hold is there.
         for (const auto& [path, bytes] : before)
             if (after.count(path))
+            {
                 EXPECT_TRUE(now.count(path)) << when << path << " is gone";
+            }
         if (testing::Test::HasFailure())
             break;
     }
