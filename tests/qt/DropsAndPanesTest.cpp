@@ -5,6 +5,7 @@
 
 #include "platform/Ole.h"
 #include "sonarium/app/session/AppSession.h"
+#include "sonarium/core/storage/ProjectLock.h"
 #include "sonarium/app/session/TreePoints.h"
 #include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/core/import/AudioWriter.h"
@@ -164,7 +165,19 @@ TEST(QtFileDrops, WavFilesDroppedWithCtrlBecomeSoundsAndCtrlWithAltIsRefused)
     namespace fs = std::filesystem;
     const fs::path dir = PrivateTestFile("");
     fs::create_directories(dir);
-    fs::copy(SONARIUM_SAMPLES_DIR "/Demo", dir / "Demo", fs::copy_options::recursive);
+    // Another test may hold the sample open: its lock file comes and goes, and is not the project's.
+    const fs::path sample = SONARIUM_SAMPLES_DIR "/Demo";
+    fs::create_directories(dir / "Demo");
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(sample))
+    {
+        if (entry.path().filename() == sn::ProjectLock::kFileName)
+            continue;
+        const fs::path target = dir / "Demo" / fs::relative(entry.path(), sample);
+        if (entry.is_directory())
+            fs::create_directories(target);
+        else
+            fs::copy_file(entry.path(), target);
+    }
     for (const char* name : {"Gravel_A.wav", "Gravel_B.wav"})
     {
         std::string error;
