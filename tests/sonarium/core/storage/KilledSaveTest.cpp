@@ -4,6 +4,7 @@
 // kills (10 by default; the README's reliability section runs 100).
 
 #include "DiskFixture.h"
+#include "KilledChild.h"
 
 #include "sonarium/core/host/ProjectGenerator.h"
 #include "sonarium/core/model/ProjectEdit.h"
@@ -58,36 +59,26 @@ void EditEverywhere(Project& project)
 // Returns how long the save ran.
 std::chrono::microseconds SaveInChild(const fs::path& folder, long delayMicroseconds)
 {
-    int ready[2];
-    EXPECT_EQ(::pipe(ready), 0);
-    const pid_t child = ::fork();
-    if (child == 0)
-    {
-        OpenResult opened = OpenProject(folder);
-        if (!opened.project)
-            ::_exit(2);
-        EditEverywhere(*opened.project);
-        StorageProblems problems;
-        (void)!::write(ready[1], "x", 1);
-        ::_exit(SaveProject(*opened.project, problems) ? 0 : 1);
-    }
-    char byte;
-    (void)!::read(ready[0], &byte, 1);
-    const auto start = std::chrono::steady_clock::now();
-    if (delayMicroseconds >= 0)
-    {
-        ::usleep(static_cast<useconds_t>(delayMicroseconds));
-        ::kill(child, SIGKILL);
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    ::close(ready[0]);
-    ::close(ready[1]);
+    std::unique_ptr<Project> project;
+    const child::KilledRun run = child::RunKilledAfter(
+        [&]
+        {
+            project = OpenProject(folder).project;
+            if (!project)
+                ::_exit(2);
+            EditEverywhere(*project);
+        },
+        [&]
+        {
+            StorageProblems problems;
+            return SaveProject(*project, problems);
+        },
+        delayMicroseconds);
     if (delayMicroseconds < 0)
     {
-        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "the whole save failed";
+        EXPECT_TRUE(run.ranWhole) << "the whole save failed";
     }
-    return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start);
+    return run.duration;
 }
 
 bool IsLeftover(const std::string& path)

@@ -3,6 +3,7 @@
 // cut short between the project file and the files it names, and paths two names would share.
 
 #include "DiskFixture.h"
+#include "KilledChild.h"
 #include "StorageText.h"
 
 #include "host/Utf8.h"
@@ -235,30 +236,20 @@ TEST(SaveCleanup, ASaveKilledAtAnyMomentLeavesEveryUnitsContentOnDisk)
     // A save in a child process, killed after a delay that walks across the whole save.
     auto run = [&](const fs::path& folder, int delayMicroseconds)
     {
-        int ready[2];
-        EXPECT_EQ(::pipe(ready), 0);
-        const pid_t child = ::fork();
-        if (child == 0)
-        {
-            OpenResult opened = OpenProject(folder);
-            ChainedRenames::Apply(*opened.project);
-            StorageProblems problems;
-            (void)!::write(ready[1], "x", 1);
-            ::_exit(SaveProject(*opened.project, problems) ? 0 : 1);
-        }
-        char byte;
-        (void)!::read(ready[0], &byte, 1);
-        const auto start = std::chrono::steady_clock::now();
-        if (delayMicroseconds >= 0)
-        {
-            ::usleep(static_cast<useconds_t>(delayMicroseconds));
-            ::kill(child, SIGKILL);
-        }
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        ::close(ready[0]);
-        ::close(ready[1]);
-        return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start);
+        std::unique_ptr<Project> project;
+        return child::RunKilledAfter(
+                   [&]
+                   {
+                       project = OpenProject(folder).project;
+                       ChainedRenames::Apply(*project);
+                   },
+                   [&]
+                   {
+                       StorageProblems problems;
+                       return SaveProject(*project, problems);
+                   },
+                   delayMicroseconds)
+            .duration;
     };
 
     disk::SampleCopy whole;
