@@ -124,10 +124,18 @@ int RunChild(int fd, RunSetup const& setup, std::vector<std::wstring> const* rep
     GestureSource source(session, seed, files, "Project");
     if (!step(L"check snapshot"))
         return 1;
+    sn::UndoManager& undo = session.GetHost().Undo();
     for (int i = 0; i < steps; ++i)
+    {
+        const bool hadHistory = undo.CanUndo() || undo.CanRedo();
         for (std::wstring const& line : source.Next())
             if (!step(line))
                 return 1;
+        // Loading or unloading a work unit clears the undo history: undoing everything can then
+        // only go back to what is saved from here on.
+        if (hadHistory && !undo.CanUndo() && !undo.CanRedo() && (!step(L"save") || !step(L"check snapshot")))
+            return 1;
+    }
     for (std::wstring const& line : source.Settle())
         if (!step(line))
             return 1;
