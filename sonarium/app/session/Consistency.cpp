@@ -2,6 +2,7 @@
 
 #include "host/ProjectManager.h"
 #include "host/TreeNodeWithObject.h"
+#include "platform/WindowSystem.h"
 #include "sonarium/app/session/HostRecorder.h"
 #include "sonarium/core/model/CurrentState.h"
 
@@ -129,7 +130,10 @@ std::vector<std::wstring> ConsistencyProblems(AppSession& session, int expectedL
         if (!pane.view)
             continue;
         PETreeCtrl& tree = pane.view->GetTreeCtrl();
-        const bool settled = locks == 0 && !tree.GetEditItem();
+        // A name the host refused reopens the editor on a timer; the refresh the edit held back
+        // waits for that edit to end.
+        const bool reopening = WindowSystem::Get().HasTimer(pane.view->GetSafeHwnd(), DlgProjectExplorer::TIMER_EDIT_ITEM);
+        const bool settled = locks == 0 && !tree.GetEditItem() && !reopening;
         if (settled && pane.view->HasPendingRefresh())
             problems.push_back(L"pane \"" + pane.name + L"\" still owes a refresh with nothing holding it back");
         if (!settled || !session.GetProject())

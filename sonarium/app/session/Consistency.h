@@ -12,7 +12,7 @@ namespace sn
 {
 // One line per disagreement, empty when all agree. `expectedLocks` is how many raises of
 // "LockUIUpdate" the caller itself holds: any other raise left up is a fault. While the lock is
-// up or a label editor is open, a view may rightly show an older state; only its rows' identity
-// is checked then.
+// up, a label editor is open or about to reopen, a view may rightly show an older state; its rows
+// are not compared then.
 std::vector<std::wstring> ConsistencyProblems(AppSession& session, int expectedLocks);
 } // namespace sn
