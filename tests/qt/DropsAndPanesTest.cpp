@@ -4,8 +4,8 @@
 #include "TestPaths.h"
 
 #include "platform/Ole.h"
+#include "DiskFixture.h"
 #include "sonarium/app/session/AppSession.h"
-#include "sonarium/core/storage/ProjectLock.h"
 #include "sonarium/app/session/TreePoints.h"
 #include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/core/import/AudioWriter.h"
@@ -163,21 +163,10 @@ TEST_F(QtDrops, LeavingEndsTheVisitAndTheNextEnterStartsAnother)
 TEST(QtFileDrops, WavFilesDroppedWithCtrlBecomeSoundsAndCtrlWithAltIsRefused)
 {
     namespace fs = std::filesystem;
-    const fs::path dir = PrivateTestFile("");
-    fs::create_directories(dir);
-    // Another test may hold the sample open: its lock file comes and goes, and is not the project's.
-    const fs::path sample = SONARIUM_SAMPLES_DIR "/Demo";
-    fs::create_directories(dir / "Demo");
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(sample))
-    {
-        if (entry.path().filename() == sn::ProjectLock::kFileName)
-            continue;
-        const fs::path target = dir / "Demo" / fs::relative(entry.path(), sample);
-        if (entry.is_directory())
-            fs::create_directories(target);
-        else
-            fs::copy_file(entry.path(), target);
-    }
+    // A private copy of the sample (without another test's lock file), the dropped files beside it.
+    disk::TempFolder files;
+    disk::SampleCopy project;
+    const fs::path& dir = files.Path();
     for (const char* name : {"Gravel_A.wav", "Gravel_B.wav"})
     {
         std::string error;
@@ -187,7 +176,7 @@ TEST(QtFileDrops, WavFilesDroppedWithCtrlBecomeSoundsAndCtrlWithAltIsRefused)
         sn::AppSession session{sn::HostOptions{dir / "preferences.json"}};
         sn::qt::QtWindowSystemDriver driver;
         std::vector<std::wstring> messages;
-        ASSERT_TRUE(session.OpenProject(dir / "Demo", messages));
+        ASSERT_TRUE(session.OpenProject(project.Path(), messages));
         sn::Pane& pane = session.OpenPane(sn::DefaultPanes().front(), CRect(0, 0, 300, 600));
         sn::qt::PaneWidget widget(pane, session, driver);
         widget.resize(360, 500);
@@ -229,7 +218,6 @@ TEST(QtFileDrops, WavFilesDroppedWithCtrlBecomeSoundsAndCtrlWithAltIsRefused)
         EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "the wait cursor went with the import";
         session.CloseAllPanes();
     }
-    fs::remove_all(dir);
 }
 
 TEST(QtDragEffects, EffectsAndQtActionsConvertBothWays)

@@ -53,7 +53,8 @@ public:
     // Why nothing can be imported at all (no project folder, a destination that holds no
     // sounds), or empty.
     const std::wstring& Problem() const { return m_problem; }
-    // What each file becomes with these choices, in the order given.
+    // For each file, in the order given: its format or what is wrong with it, and the sound and
+    // source it becomes under these choices.
     std::vector<ImportItem> Plan(const ImportChoices& choices) const;
     // progress(done, file) is asked before each file; false stops the import, and the files
     // copied so far are removed again.
