@@ -18,12 +18,6 @@ const std::vector<std::wstring> k_toolbarTypes = {
     L"Sound SFX", L"Random Container", L"Sequence Container", L"Switch Container", L"Blend Container",
     L"Actor-Mixer", L"Folder", L"Event", L"Bus", L"Aux Bus", L"Work Unit", L"Sound Bank", L"Switch Group",
     L"State Group", L"Game Parameter"};
-const std::vector<std::wstring> k_menuEntries = {
-    L"Delete", L"Rename", L"Batch Rename...", L"Cut", L"Copy", L"Paste", L"Inspect",
-    L"New Child/Sound SFX", L"New Child/Random Container", L"New Child/Folder", L"New Child/Actor-Mixer",
-    L"New Parent/Random Container", L"New Parent/Folder", L"New Event/Play", L"Expand Options/Expand All",
-    L"Expand Options/Collapse All", L"Inclusion/Include", L"Inclusion/Exclude",
-    L"Load Work Unit", L"Unload Work Unit", L"Import Audio Files..."};
 const std::vector<std::wstring> k_hostTypes = {L"SoundSFX", L"RandomContainer", L"Folder", L"ActorMixer",
                                                L"Event", L"Bus", L"WorkUnit"};
 const std::vector<std::wstring> k_commands = {
@@ -151,7 +145,10 @@ std::vector<std::wstring> GestureSource::Gesture()
     case 3: return {L"double-click " + Row()};
     case 4:
         if (Chance(70))
-            return {L"menu " + Quote(Pick(k_menuEntries)), L"right-click " + Row()};
+            // Any enabled entry of the menu that opens, by its number: every entry is reachable
+            // whatever the selection makes of the menu.
+            return {L"menu number " + std::to_wstring(std::uniform_int_distribution<int>(1, 90)(m_random)),
+                    L"right-click " + Row()};
         return {L"right-click " + Row()};
     case 5:
     case 6: return {L"toggle " + Row()};

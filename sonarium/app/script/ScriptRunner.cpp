@@ -211,9 +211,17 @@ void ScriptRunner::AddCommands()
     };
     m_commands[L"menu"] = [this](Words const& words, std::wstring& error)
     {
-        if (!WordCount(words, 2, 2, L"menu ENTRY[/SUBENTRY...]", error))
+        if (!WordCount(words, 2, 3, L"menu ENTRY[/SUBENTRY...] | menu number N", error))
             return false;
-        m_menus.Choose(words[1]);
+        if (words.size() == 2)
+        {
+            m_menus.Choose(words[1]);
+            return true;
+        }
+        if (words[1] != L"number" || words[2].empty() || words[2].size() > 9 ||
+            words[2].find_first_not_of(L"0123456789") != std::wstring::npos || std::stoul(words[2]) == 0)
+            return Fail(error, L"usage: menu ENTRY[/SUBENTRY...] | menu number N (N from 1)");
+        m_menus.ChooseNumber(std::stoul(words[2]));
         return true;
     };
     m_commands[L"answer"] = [this](Words const& words, std::wstring& error) { return Answer(words, error); };

@@ -62,6 +62,20 @@ void Describe(std::vector<MenuItem> const& items, std::wstring const& indent, st
                 Describe(*sub, indent + L"  ", out);
     }
 }
+// Appends the path of every enabled entry that runs a command, in menu order.
+void CollectLeaves(std::vector<MenuItem> const& items, std::wstring const& prefix, std::vector<std::wstring>& out)
+{
+    for (MenuItem const& item : items)
+    {
+        if (item.IsSeparator() || !item.IsEnabled())
+            continue;
+        const std::wstring path = prefix + MenuEntryText(item.text);
+        if (!item.IsPopup())
+            out.push_back(path);
+        else if (const std::vector<MenuItem>* sub = MenuSystem::Items(item.submenu))
+            CollectLeaves(*sub, path + L"/", out);
+    }
+}
 } // namespace
 
 UINT_PTR ScriptedMenus::TrackPopupMenu(HMENU menu, POINT, HWND)
@@ -76,8 +90,21 @@ UINT_PTR ScriptedMenus::TrackPopupMenu(HMENU menu, POINT, HWND)
         m_transcript.push_back(L"  -> dismissed");
         return 0;
     }
-    const std::wstring path = m_choices.front();
+    const Choice choice = m_choices.front();
     m_choices.pop_front();
+    std::wstring path = choice.path;
+    if (choice.number != 0)
+    {
+        std::vector<std::wstring> leaves;
+        CollectLeaves(*items, L"", leaves);
+        if (leaves.empty())
+        {
+            m_transcript.push_back(L"  -> dismissed (no enabled entry)");
+            return 0;
+        }
+        // Around again past the last, so that a number picked at random always names an entry.
+        path = leaves[(choice.number - 1) % leaves.size()];
+    }
     auto dismiss = [this](std::wstring failure) -> UINT_PTR
     {
         m_failure = std::move(failure);

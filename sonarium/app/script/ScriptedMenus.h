@@ -20,7 +20,10 @@ public:
 
     // The entry to choose in the next menu shown: texts separated by "/", without the "&"
     // marks and the shortcut column.
-    void Choose(std::wstring path) { m_choices.push_back(std::move(path)); }
+    void Choose(std::wstring path) { m_choices.push_back({std::move(path), 0}); }
+    // The Nth enabled entry of the next menu that runs a command (not a submenu), counted from 1
+    // in menu order through the submenus and around again past the last.
+    void ChooseNumber(size_t number) { m_choices.push_back({{}, number}); }
     size_t PendingChoices() const { return m_choices.size(); }
     // What happened to each menu: its entries, then what was chosen; failures say why.
     std::vector<std::wstring> const& Transcript() const { return m_transcript; }
@@ -32,7 +35,12 @@ public:
 
 private:
     IMenuPresenter* m_previous;
-    std::deque<std::wstring> m_choices;
+    struct Choice
+    {
+        std::wstring path;
+        size_t number = 0; // 0: the entry named by path
+    };
+    std::deque<Choice> m_choices;
     std::vector<std::wstring> m_transcript;
     std::wstring m_failure;
 };
