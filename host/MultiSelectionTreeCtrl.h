@@ -109,6 +109,11 @@ private:
     void CancelClickToEdit();
     void OnClickToEditTimer();
     std::vector<HTREEITEM> const& Ordered() const;
+    // The items of the rows from and to, both included.
+    std::vector<HTREEITEM> RowItems(int from, int to) const;
+    // Finding one item's row costs the siblings passed on the way up; from this many rows per
+    // selected item on, one walk down the rows orders the selection instead.
+    static constexpr size_t k_rowsPerSelectedToWalk = 32;
     // Where an item stands in the selection's order.
     using OrderKey = std::pair<int, uintptr_t>;
     OrderKey KeyOf(HTREEITEM item) const;
@@ -117,6 +122,8 @@ private:
     mutable std::vector<HTREEITEM> m_ordered;
     mutable bool m_orderDirty = true;
     mutable uint64_t m_orderRowsVersion = 0;
+    // Where GetNextSelectedItem stands in m_ordered.
+    mutable size_t m_orderCursor = 0;
     HTREEITEM m_focused = nullptr;
     HTREEITEM m_anchor = nullptr;
     // A plain press on an item of a multiple selection keeps it for a drag; the release

@@ -66,6 +66,7 @@ uint32_t CTreeCtrl::Allocate()
     if (item.generation == 0)
         item.generation = 1;
     item.alive = true;
+    item.rows = 1;
     ++m_count;
     return index;
 }
@@ -115,6 +116,7 @@ HTREEITEM CTreeCtrl::InsertItem(LPCWSTR text, int image, LPARAM data, HTREEITEM 
         At(item.next).prev = index;
     else
         lastRef = index;
+    AddShownRows(parentIndex, 1);
     RowsChanged();
     return HandleOf(index);
 }
@@ -151,7 +153,9 @@ void CTreeCtrl::Release(uint32_t index)
     item.alive = false;
     m_texts.erase(index);
     item.firstChild = item.lastChild = item.parent = NoIndex;
-    item.row = -1;
+    item.rows = 1;
+    if (m_cursorIndex == index)
+        m_cursorIndex = NoIndex;
     m_freeSlots.push_back(index);
     --m_count;
 }
@@ -175,7 +179,13 @@ void CTreeCtrl::DeleteChildren(uint32_t index)
         OnItemDeleting(HandleOf(*it));
     for (auto it = order.rbegin(); it != order.rend(); ++it)
         Release(*it);
-    At(index).firstChild = At(index).lastChild = NoIndex;
+    Item& item = At(index);
+    item.firstChild = item.lastChild = NoIndex;
+    if (const uint32_t shown = item.rows; shown != 1)
+    {
+        item.rows = 1;
+        AddShownRows(item.parent, 1 - int64_t{shown});
+    }
 }
 
 BOOL CTreeCtrl::DeleteItem(HTREEITEM item)
@@ -200,6 +210,7 @@ BOOL CTreeCtrl::DeleteItem(HTREEITEM item)
     if (!Find(item))
         return TRUE;
     Unlink(index);
+    AddShownRows(At(index).parent, -int64_t{At(index).rows});
     Release(index);
     RowsChanged();
     return TRUE;
@@ -213,17 +224,15 @@ HTREEITEM CTreeCtrl::GetNextItem(HTREEITEM item, UINT code) const
     case TVGN_ROOT:
         return handle(m_firstRoot);
     case TVGN_FIRSTVISIBLE:
-        BuildRows();
-        return m_rows.empty() ? nullptr : handle(m_rows[static_cast<size_t>(m_scrollRow)]);
+        return GetRowItem(m_scrollRow);
     case TVGN_LASTVISIBLE:
-        BuildRows();
-        return m_rows.empty() ? nullptr : handle(m_rows.back());
+        return GetRowItem(GetRowCount() - 1);
     case TVGN_CARET:
     case TVGN_DROPHILITE:
     {
         const UINT bit = code == TVGN_CARET ? TVIS_FOCUSED : TVIS_DROPHILITED;
-        BuildRows();
-        for (uint32_t row : m_rows)
+        SettleRows();
+        for (uint32_t row = m_firstRoot; row != NoIndex; row = NextShown(row))
             if (At(row).state & bit)
                 return handle(row);
         return nullptr;
@@ -250,6 +259,7 @@ HTREEITEM CTreeCtrl::GetNextItem(HTREEITEM item, UINT code) const
         const int row = GetItemRow(item);
         if (row < 0)
             return nullptr;
+        // The item is the cursor now: the neighbour is one step away.
         return GetRowItem(code == TVGN_NEXTVISIBLE ? row + 1 : row - 1);
     }
     default:
@@ -339,6 +349,8 @@ BOOL CTreeCtrl::SetItemState(HTREEITEM item, UINT state, UINT mask)
     if (!found)
         return FALSE;
     const UINT before = found->state;
+    const auto index = static_cast<uint32_t>(found - m_items.data());
+    SetExpandedBit(index, (((before & ~mask) | (state & mask)) & TVIS_EXPANDED) != 0);
     found->state = static_cast<uint16_t>((found->state & ~mask) | (state & mask));
     if ((before ^ found->state) & TVIS_EXPANDED)
         RowsChanged();
@@ -395,14 +407,9 @@ BOOL CTreeCtrl::Expand(HTREEITEM item, UINT code)
     if (!found)
         return FALSE;
     const auto index = static_cast<uint32_t>(found - m_items.data());
-    if (expand)
-        found->state |= TVIS_EXPANDED;
-    else
-    {
-        found->state &= ~TVIS_EXPANDED;
-        if (code & TVE_COLLAPSERESET)
-            DeleteChildren(index);
-    }
+    SetExpandedBit(index, expand);
+    if (!expand && (code & TVE_COLLAPSERESET))
+        DeleteChildren(index);
     RowsChanged();
     found = Find(item);
     if (found)

@@ -4,7 +4,8 @@
 // notifications (WM_NOTIFY) and answers the TVM_ messages.
 //
 // Handles carry a slot and a generation, so a handle of a deleted item never names a new one.
-// The visible rows are kept as a flat list rebuilt on demand, so work grows with what is shown.
+// Each item counts the rows its subtree shows, so finding a row, or the row of an item, costs
+// the depth of the tree and the siblings passed on the way, not the number of rows.
 
 #include "platform/Edit.h"
 #include "platform/TreeViewTypes.h"
@@ -153,8 +154,18 @@ private:
     void Release(uint32_t index);
     void DeleteChildren(uint32_t index);
     void RowsChanged();
-    void BuildRows() const;
+    // The scroll position follows the rows lazily, as the first query after a change sees them.
+    void SettleRows() const;
     void ClampScroll();
+    bool IsExpanded(uint32_t index) const;
+    // Sets or clears TVIS_EXPANDED and the counts that depend on it.
+    void SetExpandedBit(uint32_t index, bool expanded);
+    // The item below parent gained (or lost) delta rows: the expanded ancestors count them.
+    void AddShownRows(uint32_t parent, int64_t delta);
+    // The item on the next or the previous row (NoIndex past the ends); index must be a row.
+    uint32_t NextShown(uint32_t index) const;
+    uint32_t PrevShown(uint32_t index) const;
+    uint32_t RowIndex(int row) const;
     int LabelLeft(int depth) const;
     void FinishEdit(bool save);
     LRESULT OnTreeMessage(UINT message, WPARAM wParam, LPARAM lParam, bool& handled);
@@ -167,8 +178,12 @@ private:
     uint32_t m_lastRoot = NoIndex;
     UINT m_count = 0;
 
-    mutable std::vector<uint32_t> m_rows;
+    // Rows shown: the roots' counts summed.
+    uint32_t m_shownRows = 0;
     mutable bool m_rowsDirty = false;
+    // The last row found and its item: walking the rows one by one costs a step each.
+    mutable uint32_t m_cursorIndex = NoIndex;
+    mutable int m_cursorRow = -1;
     uint64_t m_rowsVersion = 0;
     int m_scrollRow = 0;
     int m_scrollX = 0;

@@ -100,7 +100,7 @@ LRESULT CTreeCtrl::OnTreeMessage(UINT message, WPARAM wParam, LPARAM lParam, boo
         }
         return 0;
     case WM_SIZE:
-        BuildRows();
+        SettleRows();
         ClampScroll();
         Repaint();
         break;
