@@ -28,7 +28,11 @@ public:
     HTREEITEM GetFirstSelectedItem() const;
     HTREEITEM GetNextSelectedItem(HTREEITEM item) const;
     void GetSelectedList(std::vector<HTREEITEM>& items) const;
-    UINT GetSelectedCount() const { return static_cast<UINT>(m_selected.size()); }
+    UINT GetSelectedCount() const
+    {
+        SettleRetired();
+        return static_cast<UINT>(m_selected.size());
+    }
     HTREEITEM GetFocusedItem() const;
     BOOL IsSelected(HTREEITEM item) const;
     // Adds the item to the selection, with notification, and makes it the focused row and the
@@ -86,6 +90,7 @@ protected:
     BOOL SelectCaret(HTREEITEM item) override;
     void OnItemDeleting(HTREEITEM item) override;
     void OnItemExpanding(HTREEITEM item, bool expand) override;
+    void OnRetiring() override;
 
 private:
     void SetSelected(HTREEITEM item, bool selected);

@@ -6,8 +6,8 @@
 
 namespace
 {
-// Handles keep the top bit of their generation half clear; two flags share the word.
-constexpr uint32_t GenerationMask = (1u << 30) - 1;
+// Handles keep the top bit of their generation half clear; three flags share the word.
+constexpr uint32_t GenerationMask = (1u << 29) - 1;
 } // namespace
 
 CTreeCtrl::CTreeCtrl() = default;
@@ -28,6 +28,15 @@ HTREEITEM CTreeCtrl::HandleOf(uint32_t index) const
 }
 
 CTreeCtrl::Item* CTreeCtrl::Find(HTREEITEM item) const
+{
+    SettleRetired();
+    Item* found = Lookup(item);
+    if (found && m_retiredRoots != 0 && IsRetired(static_cast<uint32_t>(found - m_items.data())))
+        return nullptr;
+    return found;
+}
+
+CTreeCtrl::Item* CTreeCtrl::Lookup(HTREEITEM item) const
 {
     const auto value = static_cast<uint64_t>(reinterpret_cast<uintptr_t>(item));
     const uint64_t slot = value & 0xFFFFFFFFULL;
@@ -94,11 +103,7 @@ HTREEITEM CTreeCtrl::InsertItem(LPCWSTR text, int image, LPARAM data, HTREEITEM 
     }
 
     const uint32_t index = Allocate();
-    // Allocation may move the items: take references only now.
-    uint32_t& firstRef = parentIndex == NoIndex ? m_firstRoot : At(parentIndex).firstChild;
-    uint32_t& lastRef = parentIndex == NoIndex ? m_lastRoot : At(parentIndex).lastChild;
     Item& item = At(index);
-    item.parent = parentIndex;
     item.image = static_cast<int16_t>(image);
     item.data = data;
     item.state = 0;
@@ -106,8 +111,22 @@ HTREEITEM CTreeCtrl::InsertItem(LPCWSTR text, int image, LPARAM data, HTREEITEM 
     item.firstChild = item.lastChild = NoIndex;
     if (text)
         m_texts[index] = text;
-    item.prev = afterIndex;
-    item.next = afterIndex == NoIndex ? firstRef : At(afterIndex).next;
+    Link(index, parentIndex, afterIndex);
+    if (parentIndex != NoIndex)
+        Touch(parentIndex);
+    AddShownRows(parentIndex, 1);
+    RowsChanged();
+    return HandleOf(index);
+}
+
+void CTreeCtrl::Link(uint32_t index, uint32_t parent, uint32_t after)
+{
+    uint32_t& firstRef = parent == NoIndex ? m_firstRoot : At(parent).firstChild;
+    uint32_t& lastRef = parent == NoIndex ? m_lastRoot : At(parent).lastChild;
+    Item& item = At(index);
+    item.parent = parent;
+    item.prev = after;
+    item.next = after == NoIndex ? firstRef : At(after).next;
     if (item.prev != NoIndex)
         At(item.prev).next = index;
     else
@@ -116,16 +135,13 @@ HTREEITEM CTreeCtrl::InsertItem(LPCWSTR text, int image, LPARAM data, HTREEITEM 
         At(item.next).prev = index;
     else
         lastRef = index;
-    AddShownRows(parentIndex, 1);
-    RowsChanged();
-    return HandleOf(index);
 }
 
 void CTreeCtrl::Unlink(uint32_t index)
 {
     Item& item = At(index);
-    uint32_t& first = item.parent == NoIndex ? m_firstRoot : At(item.parent).firstChild;
-    uint32_t& last = item.parent == NoIndex ? m_lastRoot : At(item.parent).lastChild;
+    uint32_t& first = item.parent != NoIndex ? At(item.parent).firstChild : item.retired ? m_retiredFirst : m_firstRoot;
+    uint32_t& last = item.parent != NoIndex ? At(item.parent).lastChild : item.retired ? m_retiredLast : m_lastRoot;
     if (item.prev != NoIndex)
         At(item.prev).next = item.next;
     else
@@ -160,12 +176,10 @@ void CTreeCtrl::Release(uint32_t index)
     --m_count;
 }
 
-void CTreeCtrl::DeleteChildren(uint32_t index)
+std::vector<uint32_t> CTreeCtrl::PostOrder(uint32_t index) const
 {
-    // Iterative post-order walk: deep trees must not exhaust the stack.
-    std::vector<uint32_t> stack;
-    for (uint32_t child = At(index).firstChild; child != NoIndex; child = At(child).next)
-        stack.push_back(child);
+    // Iterative walk: deep trees must not exhaust the stack.
+    std::vector<uint32_t> stack{index};
     std::vector<uint32_t> order;
     while (!stack.empty())
     {
@@ -175,10 +189,19 @@ void CTreeCtrl::DeleteChildren(uint32_t index)
         for (uint32_t child = At(current).firstChild; child != NoIndex; child = At(child).next)
             stack.push_back(child);
     }
-    for (auto it = order.rbegin(); it != order.rend(); ++it)
-        OnItemDeleting(HandleOf(*it));
-    for (auto it = order.rbegin(); it != order.rend(); ++it)
-        Release(*it);
+    std::reverse(order.begin(), order.end());
+    return order;
+}
+
+void CTreeCtrl::DeleteChildren(uint32_t index)
+{
+    std::vector<uint32_t> order = PostOrder(index);
+    order.pop_back(); // the item itself
+    for (uint32_t child : order)
+        OnItemDeleting(HandleOf(child));
+    for (uint32_t child : order)
+        Release(child);
+    Touch(index);
     Item& item = At(index);
     item.firstChild = item.lastChild = NoIndex;
     if (const uint32_t shown = item.rows; shown != 1)
@@ -192,6 +215,14 @@ BOOL CTreeCtrl::DeleteItem(HTREEITEM item)
 {
     if (item == TVI_ROOT || item == nullptr)
     {
+        SettleRetired();
+        m_changed.clear();
+        m_changedAll = false;
+        if (!m_redraw && m_building == 0 && KeepsRetiredItems())
+        {
+            RetireRoots();
+            return TRUE;
+        }
         std::vector<uint32_t> roots;
         for (uint32_t root = m_firstRoot; root != NoIndex; root = At(root).next)
             roots.push_back(root);
@@ -210,6 +241,8 @@ BOOL CTreeCtrl::DeleteItem(HTREEITEM item)
     if (!Find(item))
         return TRUE;
     Unlink(index);
+    if (At(index).parent != NoIndex)
+        Touch(At(index).parent);
     AddShownRows(At(index).parent, -int64_t{At(index).rows});
     Release(index);
     RowsChanged();
@@ -219,6 +252,7 @@ BOOL CTreeCtrl::DeleteItem(HTREEITEM item)
 HTREEITEM CTreeCtrl::GetNextItem(HTREEITEM item, UINT code) const
 {
     auto handle = [this](uint32_t index) { return index == NoIndex ? nullptr : HandleOf(index); };
+    SettleRetired();
     switch (code)
     {
     case TVGN_ROOT:
@@ -278,6 +312,7 @@ void CTreeCtrl::SetItemHasChildren(HTREEITEM item, bool hasChildren)
     if (Item* found = Find(item); found && found->hasChildrenFlag != hasChildren)
     {
         found->hasChildrenFlag = hasChildren;
+        Touch(static_cast<uint32_t>(found - m_items.data()));
         Repaint();
     }
 }
@@ -301,6 +336,7 @@ BOOL CTreeCtrl::SetItemText(HTREEITEM item, LPCWSTR text)
         m_texts[index] = text;
     else
         m_texts.erase(index);
+    Touch(index);
     m_rowsWidth = -1;
     Repaint();
     return TRUE;
@@ -317,6 +353,8 @@ BOOL CTreeCtrl::SetItemImage(HTREEITEM item, int image)
     Item* found = Find(item);
     if (!found)
         return FALSE;
+    if (found->image != static_cast<int16_t>(image))
+        Touch(static_cast<uint32_t>(found - m_items.data()));
     found->image = static_cast<int16_t>(image);
     Repaint();
     return TRUE;
@@ -333,6 +371,8 @@ BOOL CTreeCtrl::SetItemData(HTREEITEM item, LPARAM data)
     Item* found = Find(item);
     if (!found)
         return FALSE;
+    if (found->data != data)
+        Touch(static_cast<uint32_t>(found - m_items.data()));
     found->data = data;
     return TRUE;
 }
@@ -352,6 +392,8 @@ BOOL CTreeCtrl::SetItemState(HTREEITEM item, UINT state, UINT mask)
     const auto index = static_cast<uint32_t>(found - m_items.data());
     SetExpandedBit(index, (((before & ~mask) | (state & mask)) & TVIS_EXPANDED) != 0);
     found->state = static_cast<uint16_t>((found->state & ~mask) | (state & mask));
+    if (before != found->state)
+        Touch(index);
     if ((before ^ found->state) & TVIS_EXPANDED)
         RowsChanged();
     Repaint();
@@ -408,6 +450,7 @@ BOOL CTreeCtrl::Expand(HTREEITEM item, UINT code)
         return FALSE;
     const auto index = static_cast<uint32_t>(found - m_items.data());
     SetExpandedBit(index, expand);
+    Touch(index);
     if (!expand && (code & TVE_COLLAPSERESET))
         DeleteChildren(index);
     RowsChanged();

@@ -16,7 +16,9 @@ struct CTreeCtrl::Item
     uint32_t lastChild = NoIndex;
     uint32_t prev = NoIndex;
     uint32_t next = NoIndex;
-    uint32_t generation : 30 = 0;
+    uint32_t generation : 29 = 0;
+    // A top-level item set aside by a rebuild (see KeepsRetiredItems); its subtree goes with it.
+    uint32_t retired : 1 = 0;
     uint32_t alive : 1 = 0;
     uint32_t hasChildrenFlag : 1 = 0;
     uint32_t rows = 1;

@@ -93,6 +93,8 @@ LRESULT CTreeCtrl::OnTreeMessage(UINT message, WPARAM wParam, LPARAM lParam, boo
         if (m_redraw && wParam == 0)
             ++m_redrawSuspensions;
         m_redraw = wParam != 0;
+        if (m_redraw)
+            SettleRetired();
         if (m_redraw && m_repaintPending)
         {
             m_repaintPending = false;

@@ -17,6 +17,7 @@ void CTreeCtrl::RowsChanged()
 
 void CTreeCtrl::SettleRows() const
 {
+    SettleRetired();
     if (!m_rowsDirty)
         return;
     m_rowsDirty = false;
@@ -212,6 +213,9 @@ int CTreeCtrl::GetRowsWidth() const
 
 int CTreeCtrl::GetScrollX() const
 {
+    // Not scrolled sideways: no need to measure every row.
+    if (m_scrollX <= 0)
+        return 0;
     // The rows or the client may have narrowed since the offset was set.
     RECT client;
     GetClientRect(&client);

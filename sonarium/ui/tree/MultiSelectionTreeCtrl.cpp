@@ -8,6 +8,7 @@ MultiSelectionTreeCtrl::~MultiSelectionTreeCtrl() = default;
 
 std::vector<HTREEITEM> const& MultiSelectionTreeCtrl::Ordered() const
 {
+    SettleRetired();
     if (m_orderDirty || m_orderRowsVersion != RowsVersion())
     {
         std::vector<std::pair<OrderKey, HTREEITEM>> keyed;
@@ -89,6 +90,7 @@ HTREEITEM MultiSelectionTreeCtrl::GetFocusedItem() const
 
 BOOL MultiSelectionTreeCtrl::IsSelected(HTREEITEM item) const
 {
+    SettleRetired();
     return m_selected.count(item) != 0;
 }
 
@@ -260,6 +262,13 @@ void MultiSelectionTreeCtrl::OnItemDeleting(HTREEITEM item)
         m_anchor = nullptr;
     if (m_pendingSingle == item)
         m_pendingSingle = nullptr;
+}
+
+void MultiSelectionTreeCtrl::OnRetiring()
+{
+    // A rebuild forgets these items (a fresh item is none of them): they are built again.
+    for (HTREEITEM item : {m_focused, m_anchor, m_pendingSingle, m_clickToEdit})
+        NoteItemChanged(item);
 }
 
 void MultiSelectionTreeCtrl::OnItemExpanding(HTREEITEM item, bool expand)
