@@ -28,7 +28,11 @@ public:
     HTREEITEM GetFirstSelectedItem() const;
     HTREEITEM GetNextSelectedItem(HTREEITEM item) const;
     void GetSelectedList(std::vector<HTREEITEM>& items) const;
-    UINT GetSelectedCount() const { return static_cast<UINT>(m_selected.size()); }
+    UINT GetSelectedCount() const
+    {
+        SettleRetired();
+        return static_cast<UINT>(m_selected.size());
+    }
     HTREEITEM GetFocusedItem() const;
     BOOL IsSelected(HTREEITEM item) const;
     // Adds the item to the selection, with notification, and makes it the focused row and the
@@ -86,6 +90,7 @@ protected:
     BOOL SelectCaret(HTREEITEM item) override;
     void OnItemDeleting(HTREEITEM item) override;
     void OnItemExpanding(HTREEITEM item, bool expand) override;
+    void OnRetiring() override;
 
 private:
     void SetSelected(HTREEITEM item, bool selected);
@@ -109,6 +114,11 @@ private:
     void CancelClickToEdit();
     void OnClickToEditTimer();
     std::vector<HTREEITEM> const& Ordered() const;
+    // The items of the rows from and to, both included.
+    std::vector<HTREEITEM> RowItems(int from, int to) const;
+    // Finding one item's row costs the siblings passed on the way up; from this many rows per
+    // selected item on, one walk down the rows orders the selection instead.
+    static constexpr size_t k_rowsPerSelectedToWalk = 32;
     // Where an item stands in the selection's order.
     using OrderKey = std::pair<int, uintptr_t>;
     OrderKey KeyOf(HTREEITEM item) const;
@@ -117,6 +127,8 @@ private:
     mutable std::vector<HTREEITEM> m_ordered;
     mutable bool m_orderDirty = true;
     mutable uint64_t m_orderRowsVersion = 0;
+    // Where GetNextSelectedItem stands in m_ordered.
+    mutable size_t m_orderCursor = 0;
     HTREEITEM m_focused = nullptr;
     HTREEITEM m_anchor = nullptr;
     // A plain press on an item of a multiple selection keeps it for a drag; the release

@@ -6,6 +6,10 @@
 // by a gesture marks its node expanded, refreshes the node and inserts the children;
 // collapsing drops the child items and keeps the nodes' marks, so that a later insert restores
 // which items were expanded and selected.
+//
+// A rebuild made while drawing is off (delete every item, insert the roots again) takes back
+// whole the item subtrees of nodes in which nothing the items show changed since the last
+// rebuild: those items, and the handles naming them, stay as they were.
 
 #include "host/MultiSelectionTreeCtrl.h"
 #include "host/PMTreeNode.h"
@@ -73,9 +77,13 @@ protected:
     std::wstring QueryItemText(HTREEITEM item) const override;
     void OnItemExpanding(HTREEITEM item, bool expand) override;
     void OnItemDeleting(HTREEITEM item) override;
+    bool KeepsRetiredItems() const override { return true; }
+    void OnRetiring() override;
 
 private:
     HTREEITEM InsertOne(PMTreeNode* node, HTREEITEM parent, HTREEITEM after);
+    // The node's retired item subtree, moved under parent, when nothing it shows changed.
+    HTREEITEM Adopt(PMTreeNode* node, HTREEITEM parent, HTREEITEM after);
     void InsertChildren(HTREEITEM item, PMTreeNode* node);
     void DeleteChildItems(HTREEITEM item);
     void IndexItem(GUID const& id, HTREEITEM item);
@@ -94,4 +102,9 @@ private:
     // Overlays asked of the nodes, until ClearOverlayIcons.
     mutable std::unordered_map<HTREEITEM, int> m_overlays;
     int m_overlayClears = 0;
+    // On the project's change clock: when the last rebuild began, and the one before it. What
+    // changed before the one before began, the last rebuild built again; what changed since may
+    // carry the same reading of the clock, so only earlier stamps count as unchanged.
+    uint32_t m_rebuiltAt = 0;
+    uint32_t m_adoptBefore = 0;
 };

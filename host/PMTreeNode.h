@@ -127,9 +127,23 @@ public:
     const std::set<NodeType>& PossibleChildType() const { return m_rules->children; }
     std::set<NodeType>& PossibleParentType() { return const_cast<std::set<NodeType>&>(m_rules->parents); }
 
-    void IsExpanded(bool expanded) { m_expanded = expanded; }
+    void IsExpanded(bool expanded)
+    {
+        if (m_expanded != expanded)
+        {
+            m_expanded = expanded;
+            NoteShownChange();
+        }
+    }
     bool IsExpanded() const { return m_expanded; }
-    void IsSelected(bool selected) { m_selected = selected; }
+    void IsSelected(bool selected)
+    {
+        if (m_selected != selected)
+        {
+            m_selected = selected;
+            NoteShownChange();
+        }
+    }
     bool IsSelected() const { return m_selected; }
     void SetExpandedForAllChildren(bool expanded);
     void GetExpandedAndSelectedChildren(GuidSet& expanded, GuidSet& selected);
@@ -141,6 +155,12 @@ public:
 
     static CStdStr<wchar_t> GetNodeTypeName(NodeType type);
 
+    // For the host's tree control, which keeps the items of unchanged subtrees through a
+    // rebuild: when something an item of this subtree shows from its node last changed (the
+    // children, an icon, whether there are children, the expanded and selected marks), on the
+    // host's change clock. A node that keeps no such record answers the newest time there is.
+    virtual uint32_t ShownChangeStamp() const { return UINT32_MAX; }
+
 protected:
     // Until a derived node sets its rules, the node may hold nothing and do nothing.
     PMTreeNode(PMTreeNode* parent, NodeType type);
@@ -150,6 +170,15 @@ protected:
     virtual void ReadChildren(std::vector<PMTreeNode*>& children) = 0;
     virtual bool DoCreateChild(NodeType type, CStdStr<wchar_t> const& name, GUID* outGuid) = 0;
     void DropChildren();
+    // Records a change of what the tree shows of this node, on it and its ancestors.
+    void NoteShownChange()
+    {
+        for (PMTreeNode* node = this; node && node->MarkShownChange(); node = node->m_parent)
+        {
+        }
+    }
+    // Marks the node changed now; false when it was already, and so were its ancestors.
+    virtual bool MarkShownChange() { return false; }
 
     PMTreeNode* m_parent;
     const KindRules* m_rules;

@@ -6,8 +6,8 @@
 
 namespace
 {
-// Handles keep the top bit of their generation half clear; two flags share the word.
-constexpr uint32_t GenerationMask = (1u << 30) - 1;
+// Handles keep the top bit of their generation half clear; three flags share the word.
+constexpr uint32_t GenerationMask = (1u << 29) - 1;
 } // namespace
 
 CTreeCtrl::CTreeCtrl() = default;
@@ -28,6 +28,15 @@ HTREEITEM CTreeCtrl::HandleOf(uint32_t index) const
 }
 
 CTreeCtrl::Item* CTreeCtrl::Find(HTREEITEM item) const
+{
+    SettleRetired();
+    Item* found = Lookup(item);
+    if (found && m_retiredRoots != 0 && IsRetired(static_cast<uint32_t>(found - m_items.data())))
+        return nullptr;
+    return found;
+}
+
+CTreeCtrl::Item* CTreeCtrl::Lookup(HTREEITEM item) const
 {
     const auto value = static_cast<uint64_t>(reinterpret_cast<uintptr_t>(item));
     const uint64_t slot = value & 0xFFFFFFFFULL;
@@ -66,6 +75,7 @@ uint32_t CTreeCtrl::Allocate()
     if (item.generation == 0)
         item.generation = 1;
     item.alive = true;
+    item.rows = 1;
     ++m_count;
     return index;
 }
@@ -93,11 +103,7 @@ HTREEITEM CTreeCtrl::InsertItem(LPCWSTR text, int image, LPARAM data, HTREEITEM 
     }
 
     const uint32_t index = Allocate();
-    // Allocation may move the items: take references only now.
-    uint32_t& firstRef = parentIndex == NoIndex ? m_firstRoot : At(parentIndex).firstChild;
-    uint32_t& lastRef = parentIndex == NoIndex ? m_lastRoot : At(parentIndex).lastChild;
     Item& item = At(index);
-    item.parent = parentIndex;
     item.image = static_cast<int16_t>(image);
     item.data = data;
     item.state = 0;
@@ -105,8 +111,22 @@ HTREEITEM CTreeCtrl::InsertItem(LPCWSTR text, int image, LPARAM data, HTREEITEM 
     item.firstChild = item.lastChild = NoIndex;
     if (text)
         m_texts[index] = text;
-    item.prev = afterIndex;
-    item.next = afterIndex == NoIndex ? firstRef : At(afterIndex).next;
+    Link(index, parentIndex, afterIndex);
+    if (parentIndex != NoIndex)
+        Touch(parentIndex);
+    AddShownRows(parentIndex, 1);
+    RowsChanged();
+    return HandleOf(index);
+}
+
+void CTreeCtrl::Link(uint32_t index, uint32_t parent, uint32_t after)
+{
+    uint32_t& firstRef = parent == NoIndex ? m_firstRoot : At(parent).firstChild;
+    uint32_t& lastRef = parent == NoIndex ? m_lastRoot : At(parent).lastChild;
+    Item& item = At(index);
+    item.parent = parent;
+    item.prev = after;
+    item.next = after == NoIndex ? firstRef : At(after).next;
     if (item.prev != NoIndex)
         At(item.prev).next = index;
     else
@@ -115,15 +135,13 @@ HTREEITEM CTreeCtrl::InsertItem(LPCWSTR text, int image, LPARAM data, HTREEITEM 
         At(item.next).prev = index;
     else
         lastRef = index;
-    RowsChanged();
-    return HandleOf(index);
 }
 
 void CTreeCtrl::Unlink(uint32_t index)
 {
     Item& item = At(index);
-    uint32_t& first = item.parent == NoIndex ? m_firstRoot : At(item.parent).firstChild;
-    uint32_t& last = item.parent == NoIndex ? m_lastRoot : At(item.parent).lastChild;
+    uint32_t& first = item.parent != NoIndex ? At(item.parent).firstChild : item.retired ? m_retiredFirst : m_firstRoot;
+    uint32_t& last = item.parent != NoIndex ? At(item.parent).lastChild : item.retired ? m_retiredLast : m_lastRoot;
     if (item.prev != NoIndex)
         At(item.prev).next = item.next;
     else
@@ -151,17 +169,17 @@ void CTreeCtrl::Release(uint32_t index)
     item.alive = false;
     m_texts.erase(index);
     item.firstChild = item.lastChild = item.parent = NoIndex;
-    item.row = -1;
+    item.rows = 1;
+    if (m_cursorIndex == index)
+        m_cursorIndex = NoIndex;
     m_freeSlots.push_back(index);
     --m_count;
 }
 
-void CTreeCtrl::DeleteChildren(uint32_t index)
+std::vector<uint32_t> CTreeCtrl::PostOrder(uint32_t index) const
 {
-    // Iterative post-order walk: deep trees must not exhaust the stack.
-    std::vector<uint32_t> stack;
-    for (uint32_t child = At(index).firstChild; child != NoIndex; child = At(child).next)
-        stack.push_back(child);
+    // Iterative walk: deep trees must not exhaust the stack.
+    std::vector<uint32_t> stack{index};
     std::vector<uint32_t> order;
     while (!stack.empty())
     {
@@ -171,17 +189,40 @@ void CTreeCtrl::DeleteChildren(uint32_t index)
         for (uint32_t child = At(current).firstChild; child != NoIndex; child = At(child).next)
             stack.push_back(child);
     }
-    for (auto it = order.rbegin(); it != order.rend(); ++it)
-        OnItemDeleting(HandleOf(*it));
-    for (auto it = order.rbegin(); it != order.rend(); ++it)
-        Release(*it);
-    At(index).firstChild = At(index).lastChild = NoIndex;
+    std::reverse(order.begin(), order.end());
+    return order;
+}
+
+void CTreeCtrl::DeleteChildren(uint32_t index)
+{
+    std::vector<uint32_t> order = PostOrder(index);
+    order.pop_back(); // the item itself
+    for (uint32_t child : order)
+        OnItemDeleting(HandleOf(child));
+    for (uint32_t child : order)
+        Release(child);
+    Touch(index);
+    Item& item = At(index);
+    item.firstChild = item.lastChild = NoIndex;
+    if (const uint32_t shown = item.rows; shown != 1)
+    {
+        item.rows = 1;
+        AddShownRows(item.parent, 1 - int64_t{shown});
+    }
 }
 
 BOOL CTreeCtrl::DeleteItem(HTREEITEM item)
 {
     if (item == TVI_ROOT || item == nullptr)
     {
+        SettleRetired();
+        m_changed.clear();
+        m_changedAll = false;
+        if (!m_redraw && m_building == 0 && KeepsRetiredItems())
+        {
+            RetireRoots();
+            return TRUE;
+        }
         std::vector<uint32_t> roots;
         for (uint32_t root = m_firstRoot; root != NoIndex; root = At(root).next)
             roots.push_back(root);
@@ -200,6 +241,9 @@ BOOL CTreeCtrl::DeleteItem(HTREEITEM item)
     if (!Find(item))
         return TRUE;
     Unlink(index);
+    if (At(index).parent != NoIndex)
+        Touch(At(index).parent);
+    AddShownRows(At(index).parent, -int64_t{At(index).rows});
     Release(index);
     RowsChanged();
     return TRUE;
@@ -208,22 +252,21 @@ BOOL CTreeCtrl::DeleteItem(HTREEITEM item)
 HTREEITEM CTreeCtrl::GetNextItem(HTREEITEM item, UINT code) const
 {
     auto handle = [this](uint32_t index) { return index == NoIndex ? nullptr : HandleOf(index); };
+    SettleRetired();
     switch (code)
     {
     case TVGN_ROOT:
         return handle(m_firstRoot);
     case TVGN_FIRSTVISIBLE:
-        BuildRows();
-        return m_rows.empty() ? nullptr : handle(m_rows[static_cast<size_t>(m_scrollRow)]);
+        return GetRowItem(m_scrollRow);
     case TVGN_LASTVISIBLE:
-        BuildRows();
-        return m_rows.empty() ? nullptr : handle(m_rows.back());
+        return GetRowItem(GetRowCount() - 1);
     case TVGN_CARET:
     case TVGN_DROPHILITE:
     {
         const UINT bit = code == TVGN_CARET ? TVIS_FOCUSED : TVIS_DROPHILITED;
-        BuildRows();
-        for (uint32_t row : m_rows)
+        SettleRows();
+        for (uint32_t row = m_firstRoot; row != NoIndex; row = NextShown(row))
             if (At(row).state & bit)
                 return handle(row);
         return nullptr;
@@ -250,6 +293,7 @@ HTREEITEM CTreeCtrl::GetNextItem(HTREEITEM item, UINT code) const
         const int row = GetItemRow(item);
         if (row < 0)
             return nullptr;
+        // The item is the cursor now: the neighbour is one step away.
         return GetRowItem(code == TVGN_NEXTVISIBLE ? row + 1 : row - 1);
     }
     default:
@@ -268,6 +312,7 @@ void CTreeCtrl::SetItemHasChildren(HTREEITEM item, bool hasChildren)
     if (Item* found = Find(item); found && found->hasChildrenFlag != hasChildren)
     {
         found->hasChildrenFlag = hasChildren;
+        Touch(static_cast<uint32_t>(found - m_items.data()));
         Repaint();
     }
 }
@@ -291,6 +336,7 @@ BOOL CTreeCtrl::SetItemText(HTREEITEM item, LPCWSTR text)
         m_texts[index] = text;
     else
         m_texts.erase(index);
+    Touch(index);
     m_rowsWidth = -1;
     Repaint();
     return TRUE;
@@ -307,6 +353,8 @@ BOOL CTreeCtrl::SetItemImage(HTREEITEM item, int image)
     Item* found = Find(item);
     if (!found)
         return FALSE;
+    if (found->image != static_cast<int16_t>(image))
+        Touch(static_cast<uint32_t>(found - m_items.data()));
     found->image = static_cast<int16_t>(image);
     Repaint();
     return TRUE;
@@ -323,6 +371,8 @@ BOOL CTreeCtrl::SetItemData(HTREEITEM item, LPARAM data)
     Item* found = Find(item);
     if (!found)
         return FALSE;
+    if (found->data != data)
+        Touch(static_cast<uint32_t>(found - m_items.data()));
     found->data = data;
     return TRUE;
 }
@@ -339,7 +389,11 @@ BOOL CTreeCtrl::SetItemState(HTREEITEM item, UINT state, UINT mask)
     if (!found)
         return FALSE;
     const UINT before = found->state;
+    const auto index = static_cast<uint32_t>(found - m_items.data());
+    SetExpandedBit(index, (((before & ~mask) | (state & mask)) & TVIS_EXPANDED) != 0);
     found->state = static_cast<uint16_t>((found->state & ~mask) | (state & mask));
+    if (before != found->state)
+        Touch(index);
     if ((before ^ found->state) & TVIS_EXPANDED)
         RowsChanged();
     Repaint();
@@ -395,14 +449,10 @@ BOOL CTreeCtrl::Expand(HTREEITEM item, UINT code)
     if (!found)
         return FALSE;
     const auto index = static_cast<uint32_t>(found - m_items.data());
-    if (expand)
-        found->state |= TVIS_EXPANDED;
-    else
-    {
-        found->state &= ~TVIS_EXPANDED;
-        if (code & TVE_COLLAPSERESET)
-            DeleteChildren(index);
-    }
+    SetExpandedBit(index, expand);
+    Touch(index);
+    if (!expand && (code & TVE_COLLAPSERESET))
+        DeleteChildren(index);
     RowsChanged();
     found = Find(item);
     if (found)

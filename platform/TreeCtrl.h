@@ -4,7 +4,10 @@
 // notifications (WM_NOTIFY) and answers the TVM_ messages.
 //
 // Handles carry a slot and a generation, so a handle of a deleted item never names a new one.
-// The visible rows are kept as a flat list rebuilt on demand, so work grows with what is shown.
+// A rebuild made while drawing is off may keep unchanged subtrees whole: see KeepsRetiredItems.
+//
+// Each item counts the rows its subtree shows, so finding a row, or the row of an item, costs
+// the depth of the tree and the siblings passed on the way, not the number of rows.
 
 #include "platform/Edit.h"
 #include "platform/TreeViewTypes.h"
@@ -15,6 +18,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 class CTreeCtrl : public CWnd
@@ -39,7 +43,11 @@ public:
     BOOL DeleteItem(HTREEITEM item);
     BOOL DeleteAllItems() { return DeleteItem(TVI_ROOT); }
     bool ItemExists(HTREEITEM item) const { return Find(item) != nullptr; }
-    UINT GetCount() const { return m_count; }
+    UINT GetCount() const
+    {
+        SettleRetired();
+        return m_count;
+    }
 
     HTREEITEM GetNextItem(HTREEITEM item, UINT code) const;
     HTREEITEM GetRootItem() const { return GetNextItem(nullptr, TVGN_ROOT); }
@@ -139,12 +147,53 @@ protected:
     // Sends a notification to the parent, filling the header.
     LRESULT NotifyParent(NMHDR& header, UINT code);
 
+    // Rebuilds that keep what did not change. In a control that answers true, deleting every
+    // item while drawing is off retires the top-level items instead, with their subtrees, in
+    // time proportional to their number. Retired items are invisible to every query; a derived
+    // control may take a retired subtree back whole with AdoptRetired while it rebuilds (inside
+    // a BuildScope); whatever stays retired is deleted, as DeleteItem would, when drawing resumes
+    // or at the first query from outside a BuildScope.
+    virtual bool KeepsRetiredItems() const { return false; }
+    // The top-level items are about to be retired: note the items that must not be taken back.
+    virtual void OnRetiring() {}
+    // The item changed since it was built: neither it nor its ancestors will be taken back.
+    void NoteItemChanged(HTREEITEM item);
+    // Moves the retired item, with its subtree and handles, under parent after `after`, if it
+    // holds data and nothing in its subtree changed since it was built.
+    bool AdoptRetired(HTREEITEM item, LPARAM data, HTREEITEM parent, HTREEITEM after);
+    bool HasRetiredItems() const { return m_retiredRoots != 0; }
+    // Whether the handle names an item, retired or not.
+    bool HandleLives(HTREEITEM item) const;
+    // Deletes the retired items now, unless a rebuild is under way.
+    void SettleRetired() const;
+    // Items inserted and set while a scope lives are being built: their changes are not noted,
+    // and retired items are kept.
+    class BuildScope
+    {
+    public:
+        explicit BuildScope(CTreeCtrl& tree) : m_tree(tree) { ++m_tree.m_building; }
+        ~BuildScope() { --m_tree.m_building; }
+        BuildScope(BuildScope const&) = delete;
+        BuildScope& operator=(BuildScope const&) = delete;
+
+    private:
+        CTreeCtrl& m_tree;
+    };
+
 private:
     friend class TreeLabelEdit;
     struct Item;
     static constexpr uint32_t NoIndex = 0xFFFFFFFF;
 
     Item* Find(HTREEITEM item) const;
+    Item* Lookup(HTREEITEM item) const;
+    bool IsRetired(uint32_t index) const;
+    void Touch(uint32_t index);
+    void Link(uint32_t index, uint32_t parent, uint32_t after);
+    void RetireRoots();
+    void FreeRetired();
+    // Children first: the order in which a subtree is deleted.
+    std::vector<uint32_t> PostOrder(uint32_t index) const;
     bool HasOwnText(HTREEITEM item) const;
     Item& At(uint32_t index) const;
     HTREEITEM HandleOf(uint32_t index) const;
@@ -153,8 +202,18 @@ private:
     void Release(uint32_t index);
     void DeleteChildren(uint32_t index);
     void RowsChanged();
-    void BuildRows() const;
+    // The scroll position follows the rows lazily, as the first query after a change sees them.
+    void SettleRows() const;
     void ClampScroll();
+    bool IsExpanded(uint32_t index) const;
+    // Sets or clears TVIS_EXPANDED and the counts that depend on it.
+    void SetExpandedBit(uint32_t index, bool expanded);
+    // The item below parent gained (or lost) delta rows: the expanded ancestors count them.
+    void AddShownRows(uint32_t parent, int64_t delta);
+    // The item on the next or the previous row (NoIndex past the ends); index must be a row.
+    uint32_t NextShown(uint32_t index) const;
+    uint32_t PrevShown(uint32_t index) const;
+    uint32_t RowIndex(int row) const;
     int LabelLeft(int depth) const;
     void FinishEdit(bool save);
     LRESULT OnTreeMessage(UINT message, WPARAM wParam, LPARAM lParam, bool& handled);
@@ -167,8 +226,12 @@ private:
     uint32_t m_lastRoot = NoIndex;
     UINT m_count = 0;
 
-    mutable std::vector<uint32_t> m_rows;
+    // Rows shown: the roots' counts summed.
+    uint32_t m_shownRows = 0;
     mutable bool m_rowsDirty = false;
+    // The last row found and its item: walking the rows one by one costs a step each.
+    mutable uint32_t m_cursorIndex = NoIndex;
+    mutable int m_cursorRow = -1;
     uint64_t m_rowsVersion = 0;
     int m_scrollRow = 0;
     int m_scrollX = 0;
@@ -190,6 +253,19 @@ private:
     std::unique_ptr<CEdit> m_retiredEdit;
     HTREEITEM m_editItem = nullptr;
     bool m_endingEdit = false;
+
+    // Retired top-level items, chained as roots are.
+    uint32_t m_retiredFirst = NoIndex;
+    uint32_t m_retiredLast = NoIndex;
+    uint32_t m_retiredRoots = 0;
+    int m_building = 0;
+    bool m_freeingRetired = false;
+    // Items changed since they were built, for the next retirement; too many means all.
+    std::vector<uint32_t> m_changed;
+    bool m_changedAll = false;
+    // Retired items that may not be taken back: the changed ones and their ancestors.
+    std::unordered_set<uint32_t> m_blocked;
+    bool m_blockedAll = false;
 };
 
 // Holds a tree's drawing while it lives, as WM_SETREDRAW does, and gives back the state it

@@ -93,6 +93,8 @@ LRESULT CTreeCtrl::OnTreeMessage(UINT message, WPARAM wParam, LPARAM lParam, boo
         if (m_redraw && wParam == 0)
             ++m_redrawSuspensions;
         m_redraw = wParam != 0;
+        if (m_redraw)
+            SettleRetired();
         if (m_redraw && m_repaintPending)
         {
             m_repaintPending = false;
@@ -100,7 +102,7 @@ LRESULT CTreeCtrl::OnTreeMessage(UINT message, WPARAM wParam, LPARAM lParam, boo
         }
         return 0;
     case WM_SIZE:
-        BuildRows();
+        SettleRows();
         ClampScroll();
         Repaint();
         break;

@@ -10,38 +10,119 @@ void CTreeCtrl::RowsChanged()
 {
     m_rowsDirty = true;
     m_rowsWidth = -1;
+    m_cursorIndex = NoIndex;
     ++m_rowsVersion;
     Repaint();
 }
 
-void CTreeCtrl::BuildRows() const
+void CTreeCtrl::SettleRows() const
 {
+    SettleRetired();
     if (!m_rowsDirty)
         return;
     m_rowsDirty = false;
-    m_rows.clear();
-    std::vector<uint32_t> stack;
-    for (uint32_t root = m_lastRoot; root != NoIndex; root = At(root).prev)
-        stack.push_back(root);
-    while (!stack.empty())
-    {
-        const uint32_t index = stack.back();
-        stack.pop_back();
-        const Item& item = At(index);
-        item.row = static_cast<int32_t>(m_rows.size());
-        m_rows.push_back(index);
-        if (item.state & TVIS_EXPANDED)
-            for (uint32_t child = item.lastChild; child != NoIndex; child = At(child).prev)
-                stack.push_back(child);
-    }
     const_cast<CTreeCtrl*>(this)->ClampScroll();
 }
 
 void CTreeCtrl::ClampScroll()
 {
-    const int rows = static_cast<int>(m_rows.size());
+    const int rows = static_cast<int>(m_shownRows);
     const int maxScroll = std::max(0, rows - static_cast<int>(GetVisibleCount()));
     m_scrollRow = std::clamp(m_scrollRow, 0, maxScroll);
+}
+
+bool CTreeCtrl::IsExpanded(uint32_t index) const
+{
+    return (At(index).state & TVIS_EXPANDED) != 0;
+}
+
+void CTreeCtrl::AddShownRows(uint32_t parent, int64_t delta)
+{
+    m_cursorIndex = NoIndex;
+    for (; parent != NoIndex; parent = At(parent).parent)
+    {
+        if (!IsExpanded(parent))
+            return;
+        At(parent).rows = static_cast<uint32_t>(At(parent).rows + delta);
+    }
+    m_shownRows = static_cast<uint32_t>(m_shownRows + delta);
+}
+
+void CTreeCtrl::SetExpandedBit(uint32_t index, bool expanded)
+{
+    Item& item = At(index);
+    if (IsExpanded(index) == expanded)
+        return;
+    uint32_t children = 0;
+    for (uint32_t child = item.firstChild; child != NoIndex; child = At(child).next)
+        children += At(child).rows;
+    if (expanded)
+        item.state |= TVIS_EXPANDED;
+    else
+        item.state &= ~TVIS_EXPANDED;
+    item.rows = 1 + (expanded ? children : 0);
+    AddShownRows(item.parent, expanded ? int64_t{children} : -int64_t{children});
+}
+
+uint32_t CTreeCtrl::NextShown(uint32_t index) const
+{
+    const Item& item = At(index);
+    if (item.firstChild != NoIndex && (item.state & TVIS_EXPANDED))
+        return item.firstChild;
+    for (; index != NoIndex; index = At(index).parent)
+        if (At(index).next != NoIndex)
+            return At(index).next;
+    return NoIndex;
+}
+
+uint32_t CTreeCtrl::PrevShown(uint32_t index) const
+{
+    const Item& item = At(index);
+    if (item.prev == NoIndex)
+        return item.parent;
+    index = item.prev;
+    while (IsExpanded(index) && At(index).lastChild != NoIndex)
+        index = At(index).lastChild;
+    return index;
+}
+
+uint32_t CTreeCtrl::RowIndex(int row) const
+{
+    SettleRows();
+    if (row < 0 || row >= static_cast<int>(m_shownRows))
+        return NoIndex;
+    uint32_t index = NoIndex;
+    if (m_cursorIndex != NoIndex && row == m_cursorRow)
+        index = m_cursorIndex;
+    else if (m_cursorIndex != NoIndex && row == m_cursorRow + 1)
+        index = NextShown(m_cursorIndex);
+    else if (m_cursorIndex != NoIndex && row == m_cursorRow - 1)
+        index = PrevShown(m_cursorIndex);
+    else
+    {
+        // Down the counts: skip whole siblings until the row lies in one, then enter it.
+        auto left = static_cast<uint32_t>(row);
+        index = m_firstRoot;
+        while (index != NoIndex)
+        {
+            const Item& item = At(index);
+            if (left >= item.rows)
+            {
+                left -= item.rows;
+                index = item.next;
+            }
+            else if (left == 0)
+                break;
+            else
+            {
+                --left;
+                index = item.firstChild;
+            }
+        }
+    }
+    m_cursorIndex = index;
+    m_cursorRow = row;
+    return index;
 }
 
 void CTreeCtrl::SetItemHeight(int height)
@@ -66,16 +147,14 @@ UINT CTreeCtrl::GetVisibleCount() const
 
 int CTreeCtrl::GetRowCount() const
 {
-    BuildRows();
-    return static_cast<int>(m_rows.size());
+    SettleRows();
+    return static_cast<int>(m_shownRows);
 }
 
 HTREEITEM CTreeCtrl::GetRowItem(int row) const
 {
-    BuildRows();
-    if (row < 0 || row >= static_cast<int>(m_rows.size()))
-        return nullptr;
-    return HandleOf(m_rows[static_cast<size_t>(row)]);
+    const uint32_t index = RowIndex(row);
+    return index == NoIndex ? nullptr : HandleOf(index);
 }
 
 int CTreeCtrl::GetItemRow(HTREEITEM item) const
@@ -83,17 +162,32 @@ int CTreeCtrl::GetItemRow(HTREEITEM item) const
     const Item* found = Find(item);
     if (!found)
         return -1;
-    BuildRows();
-    const int row = found->row;
+    SettleRows();
     const auto index = static_cast<uint32_t>(found - m_items.data());
-    return row >= 0 && row < static_cast<int>(m_rows.size()) && m_rows[static_cast<size_t>(row)] == index
-               ? row
-               : -1;
+    if (index == m_cursorIndex)
+        return m_cursorRow;
+    // Up to the top: the rows of the earlier siblings at each level, and the parent's own.
+    uint32_t row = 0;
+    for (uint32_t current = index;;)
+    {
+        const Item& at = At(current);
+        for (uint32_t sibling = at.prev; sibling != NoIndex; sibling = At(sibling).prev)
+            row += At(sibling).rows;
+        if (at.parent == NoIndex)
+            break;
+        if (!IsExpanded(at.parent))
+            return -1;
+        ++row;
+        current = at.parent;
+    }
+    m_cursorIndex = index;
+    m_cursorRow = static_cast<int>(row);
+    return m_cursorRow;
 }
 
 void CTreeCtrl::ScrollToRow(int row)
 {
-    BuildRows();
+    SettleRows();
     const int before = m_scrollRow;
     m_scrollRow = row;
     ClampScroll();
@@ -103,11 +197,11 @@ void CTreeCtrl::ScrollToRow(int row)
 
 int CTreeCtrl::GetRowsWidth() const
 {
-    BuildRows();
+    SettleRows();
     if (m_rowsWidth < 0)
     {
         m_rowsWidth = 0;
-        for (uint32_t index : m_rows)
+        for (uint32_t index = m_firstRoot; index != NoIndex; index = NextShown(index))
         {
             const HTREEITEM item = HandleOf(index);
             m_rowsWidth = std::max(m_rowsWidth, LabelLeft(GetItemDepth(item)) + MeasureText(GetItemText(item)) +
@@ -119,6 +213,9 @@ int CTreeCtrl::GetRowsWidth() const
 
 int CTreeCtrl::GetScrollX() const
 {
+    // Not scrolled sideways: no need to measure every row.
+    if (m_scrollX <= 0)
+        return 0;
     // The rows or the client may have narrowed since the offset was set.
     RECT client;
     GetClientRect(&client);

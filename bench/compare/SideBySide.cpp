@@ -158,6 +158,11 @@ void SideBySide::ShowAll(bool all)
         m_qtView->scrollToTop();
     }
     WindowSystem::Get().RunUntilIdle();
+    // The first rebuild after expanding or collapsing everything builds every item again; the
+    // edits measure the rebuilds that follow, which keep what did not change.
+    m_explorer.View().NotifyRefreshTree(DlgProjectExplorer::RefreshChildrenAdded |
+                                        DlgProjectExplorer::RefreshChildrenRemoved);
+    WindowSystem::Get().RunUntilIdle();
     QCoreApplication::processEvents();
     PaintExplorer();
     PaintQt();

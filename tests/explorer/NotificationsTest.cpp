@@ -230,14 +230,16 @@ TEST_F(NotificationsTest, EachViewRebuildsForItsOwnObjectsAndForTheProjectOnly)
 {
     DlgProjectExplorer* audio = OpenView({OrbObjectCategories::AudioObjects});
     DlgProjectExplorer* events = OpenView({OrbObjectCategories::Events});
-    HTREEITEM audioRoot = ItemOf(audio, L"AudioObjects");
-    HTREEITEM eventsRoot = ItemOf(events, L"Events");
-    // Whether the view's root item was remade since the last look.
-    auto rebuilt = [this](DlgProjectExplorer* view, HTREEITEM& root, const wchar_t* path)
+    // Whether the view's tree was rebuilt since the last look: each rebuild holds its drawing.
+    // (Its items may survive a rebuild whole when nothing in them changed.)
+    uint64_t audioRoot = audio->GetTreeCtrl().RedrawSuspensionCount();
+    uint64_t eventsRoot = events->GetTreeCtrl().RedrawSuspensionCount();
+    auto rebuilt = [](DlgProjectExplorer* view, uint64_t& count, const wchar_t*)
     {
-        const bool stale = !view->GetTreeCtrl().IsItemValid(root);
-        root = ItemOf(view, path);
-        return stale;
+        const uint64_t now = view->GetTreeCtrl().RedrawSuspensionCount();
+        const bool again = now != count;
+        count = now;
+        return again;
     };
 
     ASSERT_TRUE(Edit::Create(At(L"Events/Default Work Unit"), PMTreeNode::Event, L"Stop_Rain"));
@@ -289,17 +291,19 @@ TEST_F(NotificationsTest, SourceControlClipboardAndUnsavedStateReachTheRows)
     HTREEITEM rain = Reveal(view, kRain);
 
     const int clears = tree.GetOverlayClearCount();
+    uint64_t rebuilds = tree.RedrawSuspensionCount();
     HostRef().RefreshSourceControlIcons();
     EXPECT_EQ(clears + 1, tree.GetOverlayClearCount());
-    EXPECT_FALSE(tree.IsItemValid(rain));
+    EXPECT_LT(rebuilds, tree.RedrawSuspensionCount());
 
     // Objects leaving the clipboard lose their cut mark.
     rain = ItemOf(view, kRain);
     tree.GetNodeFromItem(rain)->m_bCutMarked = true;
     HostRef().Clipboard().SetObjects({At(kRain)}, 0);
     ASSERT_TRUE(tree.GetRow(rain).cut);
+    rebuilds = tree.RedrawSuspensionCount();
     HostRef().Clipboard().Clear();
-    EXPECT_FALSE(tree.IsItemValid(rain)) << "the rows are redrawn without the mark";
+    EXPECT_LT(rebuilds, tree.RedrawSuspensionCount()) << "the rows are redrawn without the mark";
     EXPECT_FALSE(tree.GetRow(ItemOf(view, kRain)).cut);
 
     // The work unit shows its unsaved state at once, lock or not.

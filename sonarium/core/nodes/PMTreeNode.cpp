@@ -154,6 +154,8 @@ const std::vector<PMTreeNode*>& PMTreeNode::Children()
 
 void PMTreeNode::DropChildren()
 {
+    if (!m_children.empty())
+        NoteShownChange();
     for (PMTreeNode* child : m_children)
         delete child;
     m_children.clear();
@@ -162,7 +164,7 @@ void PMTreeNode::DropChildren()
 
 void PMTreeNode::SetExpandedForAllChildren(bool expanded)
 {
-    m_expanded = expanded;
+    IsExpanded(expanded);
     // Expanding reaches every descendant; collapsing only those that were ever read.
     if (expanded)
         Children();

@@ -105,8 +105,10 @@ ObjectIcons::IconType IconOf(PMTreeNode::NodeType type)
 
 ProjectNode::ProjectNode(PMTreeNode* parent, ProjectObject* object)
     : TreeNodeWithObject(parent, object, object->GetNodeType()), m_model(object),
-      m_readAt(ProjectObject::ChangeClock())
+      m_readAt(ProjectObject::ChangeClock()), m_shownStamp(0)
 {
+    // Born changed, and so are the ancestors: a node stamped now must find them stamped too.
+    NoteShownChange();
     m_rules = &rules::RuleFor(object->GetNodeType(), object->GetCategory(), object->IsTopWorkUnit());
     // A category's root starts open, as a fresh view shows it.
     m_expanded = object->IsTopWorkUnit();
@@ -181,8 +183,18 @@ void ProjectNode::SetIncluded(bool include, bool)
     ProjectEdit::SetIncluded(m_model, CurrentPlatform(), include);
 }
 
+bool ProjectNode::MarkShownChange()
+{
+    const uint32_t now = ProjectObject::ChangeClock();
+    if (m_shownStamp == now)
+        return false;
+    m_shownStamp = now;
+    return true;
+}
+
 void ProjectNode::ReadVisuals()
 {
+    const int icon = GetIconType();
     m_displayName = m_model->NameUtf8();
     m_unreadable = false;
     m_languageExcluded = !voices::IsIncludedInLanguage(m_model, CurrentLanguage());
@@ -197,6 +209,8 @@ void ProjectNode::ReadVisuals()
             m_displayName += m_unreadable ? " (unreadable)" : " (unloaded)";
         }
     }
+    if (GetIconType() != icon)
+        NoteShownChange();
 }
 
 int ProjectNode::GetOverlayIcon() const
@@ -324,6 +338,8 @@ void ProjectNode::SyncChildren(bool force, unsigned long flags, uint32_t reading
         nodes::Retire(m_children[next]);
     for (auto& [object, node] : setAside)
         nodes::Retire(node);
+    if (children != m_children)
+        NoteShownChange();
     m_children = std::move(children);
 }
 

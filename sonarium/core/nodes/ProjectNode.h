@@ -6,6 +6,8 @@
 #include "host/TreeNodeWithObject.h"
 #include "sonarium/core/model/ProjectObject.h"
 
+#include <algorithm>
+
 namespace sn
 {
 class ProjectNode : public TreeNodeWithObject, public IVisualStateRefreshable
@@ -29,6 +31,7 @@ public:
     // Read from the objects each time: a colour change only repaints the tree.
     uint32_t GetColor() const override;
     bool HasChildren() const override;
+    uint32_t ShownChangeStamp() const override { return std::max(m_model->ChangeStamp(), m_shownStamp); }
 
     void RefreshVisualState() override;
 
@@ -41,6 +44,7 @@ public:
 protected:
     void ReadChildren(std::vector<PMTreeNode*>& children) override;
     bool DoCreateChild(NodeType type, CStdStr<wchar_t> const& name, GUID* outGuid) override;
+    bool MarkShownChange() override;
 
 private:
     void ReadVisuals();
@@ -54,6 +58,9 @@ private:
     ProjectObject* m_model; // kept alive by the base's reference
     // The project's change clock when the subtree was last read whole: names and children.
     uint32_t m_readAt;
+    // When what the tree shows of the subtree last changed in the nodes (the project's own
+    // changes are stamped on the objects).
+    uint32_t m_shownStamp;
 
     std::string m_displayName; // UTF-8
     bool m_excluded = false;

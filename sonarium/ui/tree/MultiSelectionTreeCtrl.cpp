@@ -8,18 +8,38 @@ MultiSelectionTreeCtrl::~MultiSelectionTreeCtrl() = default;
 
 std::vector<HTREEITEM> const& MultiSelectionTreeCtrl::Ordered() const
 {
+    SettleRetired();
     if (m_orderDirty || m_orderRowsVersion != RowsVersion())
     {
         std::vector<std::pair<OrderKey, HTREEITEM>> keyed;
         keyed.reserve(m_selected.size());
-        for (HTREEITEM item : m_selected)
-            keyed.emplace_back(KeyOf(item), item);
+        const int rows = GetRowCount();
+        if (m_selected.size() * k_rowsPerSelectedToWalk >= static_cast<size_t>(rows))
+        {
+            // A selection of a good part of the rows: one walk down the rows finds them all.
+            for (int row = 0; row < rows; ++row)
+                if (HTREEITEM item = GetRowItem(row); m_selected.count(item))
+                    keyed.emplace_back(OrderKey{row, reinterpret_cast<uintptr_t>(item)}, item);
+            if (keyed.size() < m_selected.size())
+            {
+                std::unordered_set<HTREEITEM> shown;
+                for (auto const& entry : keyed)
+                    shown.insert(entry.second);
+                for (HTREEITEM item : m_selected)
+                    if (!shown.count(item))
+                        keyed.emplace_back(OrderKey{INT32_MAX, reinterpret_cast<uintptr_t>(item)}, item);
+            }
+        }
+        else
+            for (HTREEITEM item : m_selected)
+                keyed.emplace_back(KeyOf(item), item);
         std::sort(keyed.begin(), keyed.end());
         m_ordered.resize(keyed.size());
         for (size_t i = 0; i < keyed.size(); ++i)
             m_ordered[i] = keyed[i].second;
         m_orderDirty = false;
         m_orderRowsVersion = RowsVersion();
+        m_orderCursor = 0;
     }
     return m_ordered;
 }
@@ -27,18 +47,28 @@ std::vector<HTREEITEM> const& MultiSelectionTreeCtrl::Ordered() const
 HTREEITEM MultiSelectionTreeCtrl::GetFirstSelectedItem() const
 {
     auto const& ordered = Ordered();
+    m_orderCursor = 0;
     return ordered.empty() ? nullptr : ordered.front();
 }
 
 HTREEITEM MultiSelectionTreeCtrl::GetNextSelectedItem(HTREEITEM item) const
 {
-    // Walking a large selection item by item stays linear: each step is a binary search.
+    // Walking a large selection item by item stays linear: the step from the item returned last
+    // is direct, any other is a binary search.
     auto const& ordered = Ordered();
+    if (m_orderCursor < ordered.size() && ordered[m_orderCursor] == item)
+    {
+        ++m_orderCursor;
+        return m_orderCursor < ordered.size() ? ordered[m_orderCursor] : nullptr;
+    }
     const OrderKey key = KeyOf(item);
     auto found =
         std::lower_bound(ordered.begin(), ordered.end(), key,
                          [this](HTREEITEM entry, OrderKey const& wanted) { return KeyOf(entry) < wanted; });
-    return found == ordered.end() || *found != item || found + 1 == ordered.end() ? nullptr : *(found + 1);
+    if (found == ordered.end() || *found != item || found + 1 == ordered.end())
+        return nullptr;
+    m_orderCursor = static_cast<size_t>(found + 1 - ordered.begin());
+    return *(found + 1);
 }
 
 MultiSelectionTreeCtrl::OrderKey MultiSelectionTreeCtrl::KeyOf(HTREEITEM item) const
@@ -60,6 +90,7 @@ HTREEITEM MultiSelectionTreeCtrl::GetFocusedItem() const
 
 BOOL MultiSelectionTreeCtrl::IsSelected(HTREEITEM item) const
 {
+    SettleRetired();
     return m_selected.count(item) != 0;
 }
 
@@ -150,13 +181,22 @@ void MultiSelectionTreeCtrl::SelectAll(bool select)
 {
     if (select)
     {
-        for (int row = 0; row < GetRowCount(); ++row)
-            ChangeSelection(GetRowItem(row), true, TVC_UNKNOWN);
+        // The rows first: whoever hears of each change may look at other rows meanwhile.
+        for (HTREEITEM item : RowItems(0, GetRowCount() - 1))
+            ChangeSelection(item, true, TVC_UNKNOWN);
         return;
     }
     const std::vector<HTREEITEM> selected = Ordered();
     for (HTREEITEM item : selected)
         ChangeSelection(item, false, TVC_UNKNOWN);
+}
+
+std::vector<HTREEITEM> MultiSelectionTreeCtrl::RowItems(int from, int to) const
+{
+    std::vector<HTREEITEM> items;
+    for (int row = from; row <= to; ++row)
+        items.push_back(GetRowItem(row));
+    return items;
 }
 
 void MultiSelectionTreeCtrl::SelectOnly(HTREEITEM item, UINT action)
@@ -198,8 +238,8 @@ void MultiSelectionTreeCtrl::SelectRange(HTREEITEM anchor, HTREEITEM item, bool 
                 ChangeSelection(other, false, action);
         }
     }
-    for (int row = from; row <= to; ++row)
-        ChangeSelection(GetRowItem(row), true, action);
+    for (HTREEITEM row : RowItems(from, to))
+        ChangeSelection(row, true, action);
 }
 
 BOOL MultiSelectionTreeCtrl::SelectCaret(HTREEITEM item)
@@ -222,6 +262,13 @@ void MultiSelectionTreeCtrl::OnItemDeleting(HTREEITEM item)
         m_anchor = nullptr;
     if (m_pendingSingle == item)
         m_pendingSingle = nullptr;
+}
+
+void MultiSelectionTreeCtrl::OnRetiring()
+{
+    // A rebuild forgets these items (a fresh item is none of them): they are built again.
+    for (HTREEITEM item : {m_focused, m_anchor, m_pendingSingle, m_clickToEdit})
+        NoteItemChanged(item);
 }
 
 void MultiSelectionTreeCtrl::OnItemExpanding(HTREEITEM item, bool expand)

@@ -1,5 +1,7 @@
 #include "host/PETreeCtrl.h"
 
+#include "sonarium/core/model/ProjectObject.h"
+
 #include <utility>
 
 namespace
@@ -15,6 +17,26 @@ PETreeCtrl::~PETreeCtrl() = default;
 PMTreeNode* PETreeCtrl::GetNodeFromItem(HTREEITEM item) const
 {
     return ItemExists(item) ? reinterpret_cast<PMTreeNode*>(GetItemData(item)) : nullptr;
+}
+
+HTREEITEM PETreeCtrl::Adopt(PMTreeNode* node, HTREEITEM parent, HTREEITEM after)
+{
+    if (!HasRetiredItems() || node->ShownChangeStamp() >= m_adoptBefore)
+        return nullptr;
+    const IndexEntry* found = m_index.Find(node->ID());
+    if (!found)
+        return nullptr;
+    HTREEITEM item = found->item;
+    return AdoptRetired(item, reinterpret_cast<LPARAM>(node), parent, after) ? item : nullptr;
+}
+
+void PETreeCtrl::OnRetiring()
+{
+    MultiSelectionTreeCtrl::OnRetiring();
+    // Overlays are asked again of a rebuilt item: so they are of a kept one.
+    m_overlays.clear();
+    m_adoptBefore = m_rebuiltAt;
+    m_rebuiltAt = sn::ProjectObject::ChangeClock();
 }
 
 HTREEITEM PETreeCtrl::InsertOne(PMTreeNode* node, HTREEITEM parent, HTREEITEM after)
@@ -35,7 +57,7 @@ void PETreeCtrl::IndexItem(GUID const& id, HTREEITEM item)
     // Entries of deleted items stay until the tree empties or the index would have to grow:
     // then they go instead, so the index follows the items shown, not those ever shown.
     if (m_index.IsFull())
-        m_index.EraseIf([this](const IndexEntry& entry) { return !ItemExists(entry.item); });
+        m_index.EraseIf([this](const IndexEntry& entry) { return !HandleLives(entry.item); });
     m_index.Insert({id, item});
 }
 
@@ -52,9 +74,13 @@ void PETreeCtrl::InsertChildren(HTREEITEM item, PMTreeNode* node)
         if (!open)
             continue;
         for (PMTreeNode* child : parentNode->Children())
-            if (HTREEITEM childItem = InsertOne(child, parentItem, TVI_LAST);
-                childItem && child->IsExpanded())
+        {
+            if (Adopt(child, parentItem, TVI_LAST))
+                continue;
+            HTREEITEM childItem = InsertOne(child, parentItem, TVI_LAST);
+            if (childItem && child->IsExpanded())
                 pending.emplace_back(childItem, child);
+        }
     }
 }
 
@@ -62,6 +88,12 @@ HTREEITEM PETreeCtrl::InsertItem(PMTreeNode* node, HTREEITEM parent, HTREEITEM a
 {
     if (!node)
         return nullptr;
+    // Only the items below are being built: the parent's children change.
+    if (parent && parent != TVI_ROOT)
+        NoteItemChanged(parent);
+    BuildScope building(*this);
+    if (HTREEITEM adopted = Adopt(node, parent, after))
+        return adopted;
     HTREEITEM item = InsertOne(node, parent, after);
     if (item)
         InsertChildren(item, node);
