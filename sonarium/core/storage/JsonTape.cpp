@@ -1,5 +1,7 @@
 #include "sonarium/core/storage/JsonTape.h"
 
+#include "host/Utf8.h"
+
 #include <limits>
 
 namespace sn::storage
@@ -29,26 +31,8 @@ int HexValue(char c)
 
 void AppendUtf8(std::string& out, uint32_t c)
 {
-    if (c < 0x80)
-        out += static_cast<char>(c);
-    else if (c < 0x800)
-    {
-        out += static_cast<char>(0xC0 | (c >> 6));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-    else if (c < 0x10000)
-    {
-        out += static_cast<char>(0xE0 | (c >> 12));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-    else
-    {
-        out += static_cast<char>(0xF0 | (c >> 18));
-        out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
+    const auto wide = static_cast<wchar_t>(c);
+    out += Utf8::FromWide(std::wstring_view(&wide, 1));
 }
 
 // Digits known to fit (the reader checked): no overflow handling here.
@@ -113,9 +97,9 @@ private:
         switch (m_bytes[m_pos])
         {
         case '{':
-            return ReadObject(depth + 1);
+            return ReadContainer(Object, depth + 1);
         case '[':
-            return ReadArray(depth + 1);
+            return ReadContainer(Array, depth + 1);
         case '"':
             return ReadString();
         case 't':
@@ -138,24 +122,26 @@ private:
         return true;
     }
 
-    bool ReadArray(size_t depth)
+    // An array's elements, or an object's members, each a key, a colon and a value.
+    bool ReadContainer(Kind kind, size_t depth)
     {
         if (depth > m_maxDepth)
             return false;
-        const uint32_t self = Push(Array, m_pos, 0);
+        const char close = kind == Object ? '}' : ']';
+        const uint32_t self = Push(kind, m_pos, 0);
         ++m_pos;
         SkipBlanks();
         uint32_t count = 0;
-        if (At(']'))
+        if (At(close))
             ++m_pos;
         else
             for (;;)
             {
-                if (!ReadValue(depth))
+                if ((kind == Object && !ReadKey(self)) || !ReadValue(depth))
                     return false;
                 ++count;
                 SkipBlanks();
-                if (At(']'))
+                if (At(close))
                 {
                     ++m_pos;
                     break;
@@ -169,41 +155,15 @@ private:
         return true;
     }
 
-    bool ReadObject(size_t depth)
+    bool ReadKey(uint32_t object)
     {
-        if (depth > m_maxDepth)
+        if (!At('"') || !ReadString() || IsRepeatedKey(object))
             return false;
-        const uint32_t self = Push(Object, m_pos, 0);
+        SkipBlanks();
+        if (!At(':'))
+            return false;
         ++m_pos;
         SkipBlanks();
-        uint32_t count = 0;
-        if (At('}'))
-            ++m_pos;
-        else
-            for (;;)
-            {
-                if (!At('"') || !ReadString() || IsRepeatedKey(self))
-                    return false;
-                SkipBlanks();
-                if (!At(':'))
-                    return false;
-                ++m_pos;
-                SkipBlanks();
-                if (!ReadValue(depth))
-                    return false;
-                ++count;
-                SkipBlanks();
-                if (At('}'))
-                {
-                    ++m_pos;
-                    break;
-                }
-                if (!At(','))
-                    return false;
-                ++m_pos;
-                SkipBlanks();
-            }
-        Close(self, count);
         return true;
     }
 
