@@ -1,5 +1,7 @@
 #include "host/Guid.h"
 
+#include <array>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <tuple>
@@ -22,15 +24,33 @@ std::string ToString(const GUID& g)
     return text;
 }
 
+namespace
+{
+// The value of each byte as a hexadecimal digit, -1 for the others: GUIDs are read by the
+// million when a large project opens.
+constexpr std::array<int8_t, 256> kHexDigits = []
+{
+    std::array<int8_t, 256> digits{};
+    digits.fill(-1);
+    for (int c = 0; c < 10; ++c)
+        digits[static_cast<size_t>('0' + c)] = static_cast<int8_t>(c);
+    for (int c = 0; c < 6; ++c)
+    {
+        digits[static_cast<size_t>('a' + c)] = static_cast<int8_t>(10 + c);
+        digits[static_cast<size_t>('A' + c)] = static_cast<int8_t>(10 + c);
+    }
+    return digits;
+}();
+
+int HexDigit(char c)
+{
+    return kHexDigits[static_cast<unsigned char>(c)];
+}
+} // namespace
+
 int HexDigitValue(char c)
 {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
+    return HexDigit(c);
 }
 
 std::optional<GUID> FromString(std::string_view text)
@@ -46,8 +66,8 @@ std::optional<GUID> FromString(std::string_view text)
     {
         if (i == 8 || i == 13 || i == 18 || i == 23)
             continue;
-        const int hi = HexDigitValue(text[i]);
-        const int lo = HexDigitValue(text[++i]);
+        const int hi = HexDigit(text[i]);
+        const int lo = HexDigit(text[++i]);
         if (hi < 0 || lo < 0)
             return std::nullopt;
         bytes[n++] = static_cast<uint8_t>(hi << 4 | lo);

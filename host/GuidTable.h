@@ -1,11 +1,12 @@
 #pragma once
-// A hash table keyed by GUID, stored flat: one array of entries, linear probing, no per-entry
-// allocation. Large projects index every object by GUID, so the few bytes a node-based map
-// spends per entry add up to most of an object's own size.
+// A hash table keyed by GUID, stored flat: one array of entries and one of one-byte tags, linear
+// probing, no per-entry allocation. Large projects index every object by GUID, so the few bytes a
+// node-based map spends per entry add up to most of an object's own size.
 //
 // Traits tell how an entry gives its key and how an empty slot looks:
 //     static GUID const& Key(Entry const&);
 //     static bool IsEmpty(Entry const&);    // a value-initialised Entry must be empty
+//     static constexpr int kMaxLoadEighths; // optional: how full the table may get, 7 if not given
 
 #include "host/Guid.h"
 
@@ -29,41 +30,21 @@ public:
     {
         if (m_slots.empty())
             return nullptr;
-        for (size_t slot = Home(id);; slot = Next(slot))
+        const uint64_t mixed = Mixed(id);
+        const uint8_t tag = TagOf(mixed);
+        for (size_t slot = HomeOf(mixed);; slot = Next(slot))
         {
-            const Entry& entry = m_slots[slot];
-            if (Traits::IsEmpty(entry))
+            if (m_tags[slot] == 0)
                 return nullptr;
-            if (Traits::Key(entry) == id)
-                return &entry;
+            if (m_tags[slot] == tag && Traits::Key(m_slots[slot]) == id)
+                return &m_slots[slot];
         }
     }
 
     // Adds the entry, or replaces the one with the same key: one probe run finds either.
-    void Insert(Entry entry)
-    {
-        if (!m_slots.empty())
-            for (size_t slot = Home(Traits::Key(entry));; slot = Next(slot))
-            {
-                Entry& held = m_slots[slot];
-                if (Traits::IsEmpty(held))
-                {
-                    if (IsFull())
-                        break;
-                    held = std::move(entry);
-                    ++m_size;
-                    return;
-                }
-                if (Traits::Key(held) == Traits::Key(entry))
-                {
-                    held = std::move(entry);
-                    return;
-                }
-            }
-        Rehash(std::max<size_t>(kMinCapacity, m_slots.size() * 2));
-        Place(std::move(entry));
-        ++m_size;
-    }
+    void Insert(Entry entry) { Put<true>(entry); }
+    // Adds the entry unless one with the same key is there; false then, and the table is unchanged.
+    bool InsertNew(Entry entry) { return Put<false>(entry); }
 
     bool Erase(GUID const& id)
     {
@@ -73,16 +54,18 @@ public:
         // Backward shift: entries after the hole that may live there move up, so that probing
         // never needs markers for erased entries.
         size_t hole = static_cast<size_t>(found - m_slots.data());
-        for (size_t slot = Next(hole); !Traits::IsEmpty(m_slots[slot]); slot = Next(slot))
+        for (size_t slot = Next(hole); m_tags[slot] != 0; slot = Next(slot))
         {
-            const size_t home = Home(Traits::Key(m_slots[slot]));
+            const size_t home = HomeOf(Mixed(Traits::Key(m_slots[slot])));
             if (Distance(home, slot) >= Distance(hole, slot))
             {
                 m_slots[hole] = std::move(m_slots[slot]);
+                m_tags[hole] = m_tags[slot];
                 hole = slot;
             }
         }
         m_slots[hole] = Entry{};
+        m_tags[hole] = 0;
         --m_size;
         return true;
     }
@@ -112,12 +95,14 @@ public:
     void Reset()
     {
         std::fill(m_slots.begin(), m_slots.end(), Entry{});
+        std::fill(m_tags.begin(), m_tags.end(), uint8_t{0});
         m_size = 0;
     }
 
     void Clear()
     {
         std::vector<Entry>().swap(m_slots);
+        std::vector<uint8_t>().swap(m_tags);
         m_size = 0;
     }
 
@@ -130,36 +115,81 @@ public:
 
 private:
     static constexpr size_t kMinCapacity = 16;
-    // Up to 7/8 full: GUIDs are random, so probe runs stay short even then.
-    static constexpr size_t kMaxLoadNum = 7;
+    // Up to 7/8 full: GUIDs are random, so probe runs stay short even then. Traits may ask for
+    // less (kMaxLoadEighths) when comparing a key costs a visit to memory elsewhere.
+    static constexpr size_t kMaxLoadNum = []
+    {
+        if constexpr (requires { Traits::kMaxLoadEighths; })
+            return static_cast<size_t>(Traits::kMaxLoadEighths);
+        else
+            return size_t{7};
+    }();
     static constexpr size_t kMaxLoadDen = 8;
 
-    size_t Home(GUID const& id) const
+    static uint64_t Mixed(GUID const& id) { return static_cast<uint64_t>(GUIDHash{}(id)) * 0x9E3779B97F4A7C15ull; }
+    // The top bits of a multiplicative mix, so that every bit of the hash counts.
+    size_t HomeOf(uint64_t mixed) const
     {
-        // The top bits of a multiplicative mix, so that every bit of the hash counts.
-        const uint64_t mixed = static_cast<uint64_t>(GUIDHash{}(id)) * 0x9E3779B97F4A7C15ull;
         return static_cast<size_t>(mixed >> (64 - std::countr_zero(m_slots.size())));
     }
+    // Seven more bits of the mix, with the high bit set: 0 marks an empty slot. Probes compare
+    // tags, a byte array that stays in cache, and read an entry's key (which may live in another
+    // object) about once per lookup.
+    static uint8_t TagOf(uint64_t mixed) { return static_cast<uint8_t>((mixed >> 24) | 0x80); }
     size_t Next(size_t slot) const { return (slot + 1) & (m_slots.size() - 1); }
     size_t Distance(size_t from, size_t to) const { return (to - from) & (m_slots.size() - 1); }
 
+    template <bool Replace> bool Put(Entry& entry)
+    {
+        const uint64_t mixed = Mixed(Traits::Key(entry));
+        const uint8_t tag = TagOf(mixed);
+        if (!m_slots.empty())
+            for (size_t slot = HomeOf(mixed);; slot = Next(slot))
+            {
+                Entry& held = m_slots[slot];
+                if (m_tags[slot] == 0)
+                {
+                    if (IsFull())
+                        break;
+                    held = std::move(entry);
+                    m_tags[slot] = tag;
+                    ++m_size;
+                    return true;
+                }
+                if (m_tags[slot] == tag && Traits::Key(held) == Traits::Key(entry))
+                {
+                    if (Replace)
+                        held = std::move(entry);
+                    return Replace;
+                }
+            }
+        Rehash(std::max<size_t>(kMinCapacity, m_slots.size() * 2));
+        Place(std::move(entry));
+        ++m_size;
+        return true;
+    }
+
     void Place(Entry entry)
     {
-        size_t slot = Home(Traits::Key(entry));
-        while (!Traits::IsEmpty(m_slots[slot]))
+        const uint64_t mixed = Mixed(Traits::Key(entry));
+        size_t slot = HomeOf(mixed);
+        while (m_tags[slot] != 0)
             slot = Next(slot);
         m_slots[slot] = std::move(entry);
+        m_tags[slot] = TagOf(mixed);
     }
 
     void Rehash(size_t capacity)
     {
         std::vector<Entry> old(capacity);
         old.swap(m_slots);
+        m_tags.assign(capacity, 0);
         for (Entry& entry : old)
             if (!Traits::IsEmpty(entry))
                 Place(std::move(entry));
     }
 
     std::vector<Entry> m_slots; // a power of two long, or empty
+    std::vector<uint8_t> m_tags; // one per slot
     size_t m_size = 0;
 };

@@ -1,5 +1,8 @@
 #include "host/Utf8.h"
 
+#include <cstdint>
+#include <cstring>
+
 namespace Utf8
 {
 std::string FromWide(std::wstring_view text)
@@ -77,7 +80,17 @@ bool IsValid(std::string_view text)
     size_t i = 0;
     while (i < text.size())
     {
-        // Mostly plain ASCII: skipped a byte at a time without decoding.
+        // Mostly plain ASCII: skipped eight bytes at a time without decoding.
+        uint64_t word = 0;
+        if (i + sizeof(word) <= text.size())
+        {
+            std::memcpy(&word, text.data() + i, sizeof(word));
+            if ((word & 0x8080808080808080ull) == 0)
+            {
+                i += sizeof(word);
+                continue;
+            }
+        }
         if (static_cast<unsigned char>(text[i]) < 0x80)
         {
             ++i;

@@ -243,7 +243,7 @@ const char* NodeTypeKey(NodeType type)
     return type >= 0 && type < static_cast<int>(kTypes.size()) ? kTypes[static_cast<size_t>(type)].key : "";
 }
 
-bool ParseNodeType(const std::string& key, NodeType& type)
+bool ParseNodeType(std::string_view key, NodeType& type)
 {
     for (const TypeInfo& info : kTypes)
         if (info.type != N::None && key == info.key)

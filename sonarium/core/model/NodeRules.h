@@ -31,7 +31,7 @@ const wchar_t* CategoryName(Category category);
 // A short key for files and fixtures ("ActorMixer", "SoundSFX"); Parse* return false for
 // unknown keys.
 const char* NodeTypeKey(NodeType type);
-bool ParseNodeType(const std::string& key, NodeType& type);
+bool ParseNodeType(std::string_view key, NodeType& type);
 const char* CategoryKey(Category category);
 bool ParseCategory(const std::string& key, Category& category);
 

@@ -59,6 +59,19 @@ void Project::Index(ProjectObject* object)
         Index(child.Get());
 }
 
+ProjectObject* Project::IndexNew(ProjectObject* object)
+{
+    if (!m_index.InsertNew(object))
+        return object;
+    object->Attach(this);
+    m_references.AddObject(object);
+    m_names.Enter(object);
+    for (const CSmartPtr<ProjectObject>& child : object->Children())
+        if (ProjectObject* taken = IndexNew(child.Get()))
+            return taken;
+    return nullptr;
+}
+
 void Project::Unindex(ProjectObject* object)
 {
     for (const CSmartPtr<ProjectObject>& child : object->Children())

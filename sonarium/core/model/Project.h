@@ -52,6 +52,9 @@ public:
     size_t ObjectCount() const { return m_index.Size(); }
     // Keeps the index in step with objects entering and leaving the hierarchy.
     void Index(ProjectObject* object);
+    // Index for objects read from a file, in tree order: it stops at the first object whose GUID
+    // the project holds already and returns it, leaving indexed what came before.
+    ProjectObject* IndexNew(ProjectObject* object);
     void Unindex(ProjectObject* object);
     // Who refers to which object, among the objects in the hierarchy.
     ReferenceIndex& References() { return m_references; }
@@ -84,6 +87,9 @@ private:
     {
         static GUID const& Key(const ProjectObject* object) { return object->Id(); }
         static bool IsEmpty(const ProjectObject* object) { return object == nullptr; }
+        // Each key compared is a visit to an object: probe runs are kept short. A million
+        // objects take the same room either way.
+        static constexpr int kMaxLoadEighths = 4;
     };
 
     CStdStr<wchar_t> m_name;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <locale>
 
 namespace sn::naming
 {
@@ -55,6 +56,18 @@ bool IsTaken(const std::string& utf8, const ProjectObject* parent, const Project
     return false;
 }
 
+bool IsBlank(wchar_t c)
+{
+    return std::isspace(c, std::locale()); // as CStdStr trims
+}
+
+// Whether Trimmed would change name, asked without copying it: names are checked by the million
+// when a large project opens.
+bool NeedsTrimming(const std::wstring& name, bool fileName)
+{
+    return !name.empty() && (IsBlank(name.front()) || IsBlank(name.back()) || (fileName && name.back() == L'.'));
+}
+
 std::wstring Trimmed(std::wstring name, bool fileName)
 {
     CStdStr<wchar_t> text(std::move(name));
@@ -78,7 +91,7 @@ Result Check(OrbObjectType type, const std::wstring& name, const ProjectObject* 
              bool checkSiblings)
 {
     const bool fileName = IsFileName(type);
-    if (Trimmed(name, false).empty())
+    if (std::all_of(name.begin(), name.end(), IsBlank))
         return ObjectName::NameEmpty;
     if (name.size() > kMaxLength)
         return ObjectName::NameTooLong;
@@ -86,7 +99,7 @@ Result Check(OrbObjectType type, const std::wstring& name, const ProjectObject* 
         return ObjectName::NameControlCharacter;
     if (fileName && name.find_first_of(kFileCharacters) != std::wstring::npos)
         return ObjectName::NameFileCharacter;
-    if (Trimmed(name, fileName) != name)
+    if (NeedsTrimming(name, fileName))
         return ObjectName::NameBadEnding;
     if (fileName && IsReservedFileName(name))
         return ObjectName::NameReserved;

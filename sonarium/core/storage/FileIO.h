@@ -17,7 +17,7 @@ struct FileStamp
     int64_t modified = 0; // nanoseconds
     uint64_t device = 0;
     uint64_t inode = 0;
-    uint64_t hash = 0; // ContentHash of the bytes
+    uint64_t hash = 0; // StampHash of the bytes
 
     // Same size, time and file: nothing can have changed.
     bool SameMetadata(const FileStamp& other) const;
@@ -25,6 +25,10 @@ struct FileStamp
 
 // A hash of file contents that stays the same from one build and run to the next.
 uint64_t ContentHash(std::string_view bytes);
+// A hash of file contents for stamps, which live only as long as the process: eight times
+// quicker than ContentHash on the hundreds of megabytes of a large project, and free to change
+// from one version to the next.
+uint64_t StampHash(std::string_view bytes);
 
 // Reads the whole file; on failure error says why ("is a directory", "No such file or directory", ...).
 // Anything but a regular file (a folder, a FIFO, a device) is refused without waiting on it.

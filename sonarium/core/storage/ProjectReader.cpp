@@ -30,8 +30,7 @@ std::string Quoted(const std::string& text)
 
 // With fixes, bytes that are not UTF-8 are read as U+FFFD and said so there; without, they are
 // an error.
-Json ReadDocument(const fs::path& path, const char* format, FileIO::FileStamp* stamp,
-                  std::vector<std::string>* fixes = nullptr)
+std::string ReadBytes(const fs::path& path, FileIO::FileStamp* stamp, std::vector<std::string>* fixes)
 {
     std::error_code ec;
     if (!fs::exists(path, ec))
@@ -49,7 +48,13 @@ Json ReadDocument(const fs::path& path, const char* format, FileIO::FileStamp* s
     if (fixes)
         if (std::string fix = storage::MakeValidUtf8(bytes); !fix.empty())
             fixes->push_back(fix);
-    Json document = storage::Parse(bytes);
+    return bytes;
+}
+
+Json ReadDocument(const fs::path& path, const char* format, FileIO::FileStamp* stamp,
+                  std::vector<std::string>* fixes = nullptr)
+{
+    Json document = storage::Parse(ReadBytes(path, stamp, fixes));
     storage::CheckHeader(document, format);
     return document;
 }
@@ -175,6 +180,36 @@ std::unique_ptr<Project> ReadProjectFile(const fs::path& path, FileIO::FileStamp
     return project;
 }
 
+// The first object below parent, in the file's order, whose GUID the project holds.
+const ProjectObject* FirstTaken(const Project& project, const ProjectObject& parent)
+{
+    for (const CSmartPtr<ProjectObject>& child : parent.Children())
+    {
+        if (project.Find(child->Id()))
+            return child.Get();
+        if (const ProjectObject* taken = FirstTaken(project, *child))
+            return taken;
+    }
+    return nullptr;
+}
+
+// Takes out what was read of a unit whose file fails (called while its error is being handled),
+// and throws again. GUIDs are checked against the rest of the project when the objects are
+// indexed, after the whole file was read; a reading that stopped at the first object whose GUID
+// is taken would have said so before any later fault, and so does this.
+[[noreturn]] void DropRead(Project& project, WorkUnitObject& unit)
+{
+    for (const CSmartPtr<ProjectObject>& child : unit.Children())
+        project.Unindex(child.Get());
+    const ProjectObject* taken = FirstTaken(project, unit);
+    const std::string duplicate = taken ? "duplicate GUID " + GuidText::ToString(taken->Id()) : std::string();
+    while (!unit.Children().empty())
+        unit.RawRemoveChild(unit.Children().size() - 1);
+    if (!duplicate.empty())
+        throw FormatError(duplicate);
+    throw;
+}
+
 // Fills unit from its file; on failure the unit stays empty and problem says why.
 bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& path, StorageProblems& problems)
 {
@@ -182,26 +217,29 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
     {
         FileIO::FileStamp stamp;
         std::vector<std::string> fixed;
-        const Json document = ReadDocument(path, "sonarium-workunit", &stamp, &fixed);
+        // Units are most of a project's bytes: read through a tape, without a document of values.
+        std::string bytes = ReadBytes(path, &stamp, &fixed);
+        storage::JsonTape tape;
+        storage::ParseTape(bytes, tape);
+        const storage::JsonValue document = tape.Root();
+        storage::CheckHeader(document, "sonarium-workunit");
         const GUID id = storage::GuidMember(document, "id");
         if (id != unit.Id())
             throw FormatError("id " + GuidText::ToString(id) + " is not the work unit's " +
                               GuidText::ToString(unit.Id()));
         storage::StringMember(document, "name");
-        std::set<GUID, GUIDLess> ids;
+        storage::GuidSet ids;
         try
         {
             storage::ReadChildren(storage::ArrayMember(document, "children"), &unit, ids, fixed);
+            for (const CSmartPtr<ProjectObject>& child : unit.Children())
+                if (const ProjectObject* taken = project.IndexNew(child.Get()))
+                    throw FormatError("duplicate GUID " + GuidText::ToString(taken->Id()));
         }
         catch (...)
         {
-            // Nothing read so far was indexed: taking the objects out is enough.
-            while (!unit.Children().empty())
-                unit.RawRemoveChild(unit.Children().size() - 1);
-            throw;
+            DropRead(project, unit);
         }
-        for (const CSmartPtr<ProjectObject>& child : unit.Children())
-            project.Index(child.Get());
         StorageStateOf(project).stamps[unit.Id()] = stamp;
         // Told, and saved as set right: nothing changes behind the user's back.
         for (std::string& fix : fixed)

@@ -216,7 +216,7 @@ private:
                                          : FileIO::WriteAtomically(step.target, bytes, error, &done.stamp);
         if (!written)
             return Fail(step.target, error);
-        done.stamp.hash = FileIO::ContentHash(bytes);
+        done.stamp.hash = FileIO::StampHash(bytes);
         m_done.push_back(std::move(done));
     }
 

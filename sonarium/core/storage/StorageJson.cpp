@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
+#include <type_traits>
 
 namespace sn::storage
 {
@@ -19,9 +21,9 @@ constexpr int kVersion = 1;
 // An object at the deepest place the editor allows, with its inclusion's platforms, still reads.
 static_assert(2 * EditGuard::kMaxDepth + 8 <= kMaxJsonDepth);
 
-std::string Quoted(const std::string& text)
+std::string Quoted(std::string_view text)
 {
-    return "\"" + text + "\"";
+    return "\"" + std::string(text) + "\"";
 }
 
 // nlohmann's message without its "[json.exception...] parse error at line x, column y: " prefix.
@@ -32,11 +34,98 @@ std::string ParseMessage(const std::string& what)
     return colon == std::string::npos ? what : what.substr(colon + 2);
 }
 
-const Json& Typed(const Json& value, const char* key, bool ok, const char* kind)
+void Require(bool ok, std::string_view key, const char* kind)
 {
     if (!ok)
         throw FormatError("key " + Quoted(key) + " must be " + kind);
+}
+
+// The checks below read the same over a parsed document and over a tape.
+template <class J>
+using ValueOf = std::conditional_t<std::is_same_v<J, Json>, const Json&, JsonValue>;
+
+const Json* FindMember(const Json& object, const char* key)
+{
+    auto it = object.find(key);
+    return it == object.end() ? nullptr : &*it;
+}
+
+std::optional<JsonValue> FindMember(const JsonValue& object, const char* key)
+{
+    const JsonValue found = object.Find(key);
+    return object.contains(key) ? std::optional<JsonValue>(found) : std::nullopt;
+}
+
+std::string_view TextOf(const Json& value)
+{
+    return value.get_ref<const std::string&>();
+}
+
+std::string_view TextOf(const JsonValue& value)
+{
+    return value.Text();
+}
+
+long long IntegerOf(const Json& value)
+{
+    return value.get<long long>();
+}
+
+long long IntegerOf(const JsonValue& value)
+{
+    return value.IntegerValue();
+}
+
+template <class J>
+ValueOf<J> MemberOf(const J& object, const char* key)
+{
+    if (!object.is_object())
+        throw FormatError(std::string("expected an object holding ") + Quoted(key));
+    const auto found = FindMember(object, key);
+    if (!found)
+        throw FormatError("missing key " + Quoted(key));
+    return *found;
+}
+
+template <class J>
+std::string_view StringMemberOf(const J& object, const char* key)
+{
+    ValueOf<J> value = MemberOf(object, key);
+    Require(value.is_string(), key, "a string");
+    return TextOf(value);
+}
+
+template <class J>
+GUID GuidMemberOf(const J& object, const char* key)
+{
+    const std::string_view text = StringMemberOf(object, key);
+    const std::optional<GUID> id = GuidText::FromString(text);
+    if (!id)
+        throw FormatError("malformed GUID " + Quoted(text) + " in " + Quoted(key));
+    return *id;
+}
+
+template <class J>
+ValueOf<J> ArrayMemberOf(const J& object, const char* key)
+{
+    ValueOf<J> value = MemberOf(object, key);
+    Require(value.is_array(), key, "an array");
     return value;
+}
+
+template <class J>
+void CheckHeaderOf(const J& document, const char* format)
+{
+    if (!document.is_object())
+        throw FormatError("the file does not hold a JSON object");
+    const std::string_view found = StringMemberOf(document, "format");
+    if (found != format)
+        throw FormatError("format " + Quoted(found) + " is not " + Quoted(format));
+    ValueOf<J> version = MemberOf(document, "version");
+    if (!version.is_number_integer())
+        throw FormatError("key \"version\" must be an integer");
+    if (IntegerOf(version) < 1 || IntegerOf(version) > kVersion)
+        throw FormatError("unsupported version " + version.dump());
 }
 
 std::string IdText(const ProjectObject& object)
@@ -56,27 +145,30 @@ Json InclusionToJson(const ProjectObject& object)
     return inclusion;
 }
 
-void ReadInclusion(const Json& inclusion, ProjectObject& object)
+void ReadInclusion(const JsonValue& inclusion, ProjectObject& object)
 {
     if (!inclusion.is_object())
         throw FormatError("key \"inclusion\" must be an object");
-    const Json& linked = Member(inclusion, "linked");
-    const Json& included = Member(inclusion, "included");
-    object.RawSetInclusionLinked(Typed(linked, "linked", linked.is_boolean(), "true or false").get<bool>());
-    object.m_includedEverywhere =
-        Typed(included, "included", included.is_boolean(), "true or false").get<bool>();
+    const JsonValue linked = Member(inclusion, "linked");
+    const JsonValue included = Member(inclusion, "included");
+    Require(linked.is_boolean(), "linked", "true or false");
+    object.RawSetInclusionLinked(linked.Boolean());
+    Require(included.is_boolean(), "included", "true or false");
+    object.m_includedEverywhere = included.Boolean();
     if (!inclusion.contains("platforms"))
         return;
-    const Json& platforms =
-        Typed(inclusion["platforms"], "platforms", inclusion["platforms"].is_object(), "an object");
+    const JsonValue platforms = inclusion["platforms"];
+    Require(platforms.is_object(), "platforms", "an object");
     ProjectObject::PlatformInclusion includedOn;
-    for (const auto& [text, value] : platforms.items())
-    {
-        const std::optional<GUID> platform = GuidText::FromString(text);
-        if (!platform)
-            throw FormatError("malformed GUID " + Quoted(text) + " in \"platforms\"");
-        includedOn[*platform] = Typed(value, text.c_str(), value.is_boolean(), "true or false").get<bool>();
-    }
+    platforms.ForEachMember(
+        [&](std::string_view text, const JsonValue& value)
+        {
+            const std::optional<GUID> platform = GuidText::FromString(text);
+            if (!platform)
+                throw FormatError("malformed GUID " + Quoted(text) + " in \"platforms\"");
+            Require(value.is_boolean(), text, "true or false");
+            includedOn[*platform] = value.Boolean();
+        });
     object.RawSetIncludedOn(std::move(includedOn));
 }
 
@@ -85,26 +177,26 @@ std::string Describe(const ProjectObject& object)
     return Quoted(object.NameUtf8()) + " " + IdText(object);
 }
 
-void ReadOptional(const Json& item, ProjectObject& object, std::vector<std::string>& fixed)
+void ReadOptional(const JsonValue& item, ProjectObject& object, std::vector<std::string>& fixed)
 {
     if (item.contains("color"))
     {
-        const Json& color = item["color"];
-        Typed(color, "color", color.is_number_integer(), "an integer");
-        const bool inRange = color.is_number_unsigned() ? color.get<unsigned long long>() < ProjectObject::kColorCount
-                                                        : color.get<long long>() >= -1;
+        const JsonValue color = item["color"];
+        Require(color.is_number_integer(), "color", "an integer");
+        const bool inRange = color.is_number_unsigned() ? color.UnsignedValue() < ProjectObject::kColorCount
+                                                        : color.IntegerValue() >= -1;
         if (inRange)
-            object.RawSetColor(color.get<int>());
+            object.RawSetColor(static_cast<int>(color.IntegerValue()));
         else
             fixed.push_back("colour " + color.dump() + " of " + Describe(object) + " is not one of the palette's (-1 to " +
                             std::to_string(ProjectObject::kColorCount - 1) + "): set to -1, the parent's colour");
     }
     if (item.contains("flags"))
     {
-        const Json& flags = item["flags"];
-        Typed(flags, "flags", flags.is_number_unsigned(), "a non-negative integer");
-        if (flags.get<unsigned long long>() <= std::numeric_limits<unsigned int>::max())
-            object.RawSetFlags(flags.get<unsigned int>());
+        const JsonValue flags = item["flags"];
+        Require(flags.is_number_unsigned(), "flags", "a non-negative integer");
+        if (flags.UnsignedValue() <= std::numeric_limits<unsigned int>::max())
+            object.RawSetFlags(static_cast<unsigned int>(flags.UnsignedValue()));
         else
             fixed.push_back("flags " + flags.dump() + " of " + Describe(object) + " do not fit in 32 bits: set to 0");
     }
@@ -112,14 +204,30 @@ void ReadOptional(const Json& item, ProjectObject& object, std::vector<std::stri
         ReadInclusion(item["inclusion"], object);
     if (item.contains("properties"))
     {
-        const Json& properties =
-            Typed(item["properties"], "properties", item["properties"].is_object(), "an object");
-        for (const auto& [key, value] : properties.items())
-            object.RawSetProperty(
-                key,
-                Utf8::ToWide(
-                    Typed(value, key.c_str(), value.is_string(), "a string").get_ref<const std::string&>()));
+        const JsonValue properties = item["properties"];
+        Require(properties.is_object(), "properties", "an object");
+        properties.ForEachMember(
+            [&](std::string_view key, const JsonValue& value)
+            {
+                Require(value.is_string(), key, "a string");
+                object.RawSetProperty(std::string(key), Utf8::ToWide(value.Text()));
+            });
     }
+}
+
+// what names the value in the message, made only when there is something to say.
+template <class What>
+std::wstring CheckedNameOf(std::string_view name, PMTreeNode::NodeType type, const ProjectObject* parent,
+                           const What& what, std::vector<std::string>& fixed)
+{
+    std::wstring wide = Utf8::ToWide(name);
+    std::wstring why;
+    if (ProjectEdit::IsValidName(nullptr, type, parent, wide, &why))
+        return wide;
+    naming::MakeValid(rules::ObjectTypeOf(type), wide, parent, nullptr);
+    fixed.push_back("the name of " + what() + " was refused (" + Utf8::FromWide(why) + "): renamed " +
+                    Quoted(Utf8::FromWide(wide)));
+    return wide;
 }
 } // namespace
 
@@ -150,6 +258,17 @@ Json Parse(const std::string& bytes)
     }
 }
 
+void ParseTape(std::string& bytes, JsonTape& tape)
+{
+    if (tape.Parse(bytes, kMaxJsonDepth))
+        return;
+    // Parse says what is wrong; a file it reads but the tape does not (a key given twice) is read
+    // as Parse reads it, from its own writing of it.
+    bytes = Parse(bytes).dump();
+    if (!tape.Parse(bytes, kMaxJsonDepth))
+        throw FormatError("the file could not be read");
+}
+
 std::string MakeValidUtf8(std::string& bytes)
 {
     // Files are nearly always valid: checked in one pass before anything is converted.
@@ -172,47 +291,52 @@ std::string Dump(const Json& document)
 
 const Json& Member(const Json& object, const char* key)
 {
-    if (!object.is_object())
-        throw FormatError(std::string("expected an object holding ") + Quoted(key));
-    auto it = object.find(key);
-    if (it == object.end())
-        throw FormatError("missing key " + Quoted(key));
-    return *it;
+    return MemberOf(object, key);
 }
 
 std::string StringMember(const Json& object, const char* key)
 {
-    const Json& value = Member(object, key);
-    return Typed(value, key, value.is_string(), "a string").get<std::string>();
+    return std::string(StringMemberOf(object, key));
 }
 
 GUID GuidMember(const Json& object, const char* key)
 {
-    const std::string text = StringMember(object, key);
-    const std::optional<GUID> id = GuidText::FromString(text);
-    if (!id)
-        throw FormatError("malformed GUID " + Quoted(text) + " in " + Quoted(key));
-    return *id;
+    return GuidMemberOf(object, key);
 }
 
 const Json& ArrayMember(const Json& object, const char* key)
 {
-    const Json& value = Member(object, key);
-    return Typed(value, key, value.is_array(), "an array");
+    return ArrayMemberOf(object, key);
 }
 
 void CheckHeader(const Json& document, const char* format)
 {
-    if (!document.is_object())
-        throw FormatError("the file does not hold a JSON object");
-    const std::string found = StringMember(document, "format");
-    if (found != format)
-        throw FormatError("format " + Quoted(found) + " is not " + Quoted(format));
-    const Json& version = Member(document, "version");
-    if (!version.is_number_integer())
-        throw FormatError("key \"version\" must be an integer");
-    if (version.get<long long>() < 1 || version.get<long long>() > kVersion)
-        throw FormatError("unsupported version " + version.dump());
+    CheckHeaderOf(document, format);
+}
+
+JsonValue Member(const JsonValue& object, const char* key)
+{
+    return MemberOf(object, key);
+}
+
+std::string_view StringMember(const JsonValue& object, const char* key)
+{
+    return StringMemberOf(object, key);
+}
+
+GUID GuidMember(const JsonValue& object, const char* key)
+{
+    return GuidMemberOf(object, key);
+}
+
+JsonValue ArrayMember(const JsonValue& object, const char* key)
+{
+    return ArrayMemberOf(object, key);
+}
+
+void CheckHeader(const JsonValue& document, const char* format)
+{
+    CheckHeaderOf(document, format);
 }
 
 Json Header(const char* format)
@@ -256,36 +380,31 @@ Json ObjectToJson(const ProjectObject& object)
 std::wstring CheckedName(const std::string& name, PMTreeNode::NodeType type, const ProjectObject* parent,
                          const std::string& what, std::vector<std::string>& fixed)
 {
-    std::wstring wide = Utf8::ToWide(name);
-    std::wstring why;
-    if (ProjectEdit::IsValidName(nullptr, type, parent, wide, &why))
-        return wide;
-    naming::MakeValid(rules::ObjectTypeOf(type), wide, parent, nullptr);
-    fixed.push_back("the name of " + what + " was refused (" + Utf8::FromWide(why) + "): renamed " +
-                    Quoted(Utf8::FromWide(wide)));
-    return wide;
+    return CheckedNameOf(name, type, parent, [&] { return what; }, fixed);
 }
 
-void ReadChildren(const Json& items, ProjectObject* parent, std::set<GUID, GUIDLess>& ids,
-                  std::vector<std::string>& fixed)
+void ReadChildren(const JsonValue& items, ProjectObject* parent, GuidSet& ids, std::vector<std::string>& fixed)
 {
-    for (const Json& item : items)
+    Project* project = parent->GetProject();
+    for (const JsonValue item : items)
     {
-        const std::string key = StringMember(item, "type");
+        const std::string_view key = StringMember(item, "type");
         PMTreeNode::NodeType type = PMTreeNode::None;
         if (!rules::ParseNodeType(key, type))
             throw FormatError("unknown type key " + Quoted(key));
         const GUID id = GuidMember(item, "id");
-        const std::string name = StringMember(item, "name");
+        const std::string_view name = StringMember(item, "name");
         if (!ProjectEdit::CanHold(parent, type) || type == PMTreeNode::WorkUnit ||
             type == PMTreeNode::PhysicalFolder)
             throw FormatError(Quoted(key) + " " + GuidText::ToString(id) + " cannot be held by " +
                               Quoted(rules::NodeTypeKey(parent->GetNodeType())) + " " + IdText(*parent));
-        if (!ids.insert(id).second || (parent->GetProject() && parent->GetProject()->Find(id)))
+        // The rest of the project is checked as the objects are indexed.
+        if (ids.Find(id))
             throw FormatError("duplicate GUID " + GuidText::ToString(id));
+        ids.Insert({id, true});
 
-        ProjectObject* object = NewProjectObject(parent->GetProject(), type,
-                                                 CheckedName(name, type, parent, GuidText::ToString(id), fixed), id);
+        ProjectObject* object = NewProjectObject(
+            project, type, CheckedNameOf(name, type, parent, [&] { return GuidText::ToString(id); }, fixed), id);
         parent->RawInsertChild(parent->Children().size(), object);
         ReadOptional(item, *object, fixed);
         if (item.contains("children"))

@@ -54,6 +54,16 @@ std::function<void(const fs::path&)> Replacing(std::string from, std::string to)
     { Rewrite(file, [&](std::string text) { return Replaced(text, from, to); }); };
 }
 
+std::function<void(const fs::path&)> Both(std::function<void(const fs::path&)> first,
+                                          std::function<void(const fs::path&)> second)
+{
+    return [=](const fs::path& file)
+    {
+        first(file);
+        second(file);
+    };
+}
+
 // Rows both kinds of file share: the bytes themselves, and what stands in the file's place.
 std::vector<BadFile> CommonRows()
 {
@@ -110,6 +120,16 @@ TEST(BadProjectFiles, AWorkUnitFileOpensEmptyAndIsNeverWrittenOver)
         {"its own ancestor", Replacing(kPropsMixerId, kPropsId), "duplicate GUID " + std::string(kPropsId)},
         {"GUID of another unit's object", Replacing(kExplosionsId, kWorldFolderId),
          "duplicate GUID " + std::string(kWorldFolderId)},
+        // Read first, checked against the project afterwards: the first fault in the file's order is said.
+        {"GUID of another unit's object, then an unknown type",
+         Both(Replacing(kExplosionsId, kWorldFolderId), Replacing("\"type\": \"RandomContainer\"", "\"type\": \"Gizmo\"")),
+         "duplicate GUID " + std::string(kWorldFolderId)},
+        {"GUID of another unit's object, then a colour that is no number",
+         Both(Replacing(kPropsMixerId, kWorldFolderId), Replacing("\"color\": 3", "\"color\": \"red\"")),
+         "duplicate GUID " + std::string(kWorldFolderId)},
+        {"an unknown type, then the GUID of another unit's object",
+         Both(Replacing("\"type\": \"ActorMixer\"", "\"type\": \"Gizmo\""), Replacing(kExplosionsId, kWorldFolderId)),
+         "unknown type key \"Gizmo\""},
         {"name over 260 characters",
          Replacing("\"name\": \"Props\",\n      \"color\"",
                    "\"name\": \"" + std::string(300, 'p') + "\",\n      \"color\""),
