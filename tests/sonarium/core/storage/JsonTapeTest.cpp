@@ -22,11 +22,17 @@ void ExpectSame(const JsonValue& tape, const Json& json, const std::string& wher
     ASSERT_EQ(tape.is_number_integer(), json.is_number_integer());
     ASSERT_EQ(tape.is_number_unsigned(), json.is_number_unsigned());
     if (json.is_string())
+    {
         EXPECT_EQ(tape.Text(), json.get<std::string>());
+    }
     else if (json.is_boolean())
+    {
         EXPECT_EQ(tape.Boolean(), json.get<bool>());
+    }
     else if (json.is_number_unsigned())
+    {
         EXPECT_EQ(tape.UnsignedValue(), json.get<uint64_t>());
+    }
     if (json.is_number_integer())
     {
         EXPECT_EQ(tape.IntegerValue(), json.get<int64_t>());
