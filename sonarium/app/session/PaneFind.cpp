@@ -35,7 +35,8 @@ void PaneFind::Run()
         m_results = {};
         return;
     }
-    m_results = FindResults::Run(project->Names(), m_query, scope);
+    // Results of a query typed on are narrowed from the last ones when they are still current.
+    m_results = FindResults::Run(project->Names(), m_query, scope, &m_results);
 }
 
 bool PaneFind::Update()

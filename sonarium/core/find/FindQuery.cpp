@@ -83,14 +83,29 @@ FindQuery FindQuery::Parse(std::wstring_view text)
     return query;
 }
 
+bool FindQuery::Narrows(const FindQuery& wider) const
+{
+    // An empty query finds nothing, not everything.
+    if (wider.IsEmpty())
+        return false;
+    if (!wider.anyType && (anyType || (types & ~wider.types).any()))
+        return false;
+    return std::all_of(wider.words.begin(), wider.words.end(),
+                       [&](const std::string& old)
+                       {
+                           return std::any_of(words.begin(), words.end(), [&](const std::string& word)
+                                              { return word.find(old) != std::string::npos; });
+                       });
+}
+
 namespace
 {
-// The first results a query keeps in order: more than a list shows at once.
+// The first results a query puts in order: more than a list shows at once.
 constexpr size_t kFirstResults = 256;
 } // namespace
 
 FindResults FindResults::Run(const NameIndex& index, const FindQuery& query,
-                             const std::vector<const ProjectObject*>& scope)
+                             const std::vector<const ProjectObject*>& scope, const FindResults* previous)
 {
     FindResults results;
     results.m_index = &index;
@@ -110,64 +125,98 @@ FindResults FindResults::Run(const NameIndex& index, const FindQuery& query,
         else
             ranges[kept++] = ranges[i];
     ranges.resize(kept);
-    results.Search(kFirstResults);
+    if (query.IsEmpty())
+        return results;
+
+    if (previous && previous->m_index == &index && previous->m_generation == index.Generation() &&
+        previous->m_scoped == results.m_scoped && previous->m_ranges == ranges && query.Narrows(previous->m_query))
+    {
+        // Typing on: only what was found can still be. Found ones may lie far apart: their
+        // entries and names are asked for a little ahead.
+        const std::vector<Match>& found = previous->m_matches;
+        results.m_matches.reserve(found.size());
+        constexpr size_t kAhead = 16;
+        for (size_t i = 0; i < found.size(); ++i)
+        {
+            if (i + kAhead < found.size())
+                index.Prefetch(found[i + kAhead].slot, found[i + kAhead].offset);
+            results.Keep(found[i].slot, found[i].offset, 0, false);
+        }
+    }
+    else if (!query.words.empty())
+    {
+        // Room for the most there can be: pages never written are never given memory, and
+        // growing by copying costs a full search as much again when a short word finds many.
+        results.m_matches.reserve(index.Size());
+        index.ForEachContaining(query.words.front(),
+                                [&](uint32_t slot, uint32_t offset) { results.Keep(slot, offset, 1, true); });
+    }
+    else
+        for (uint32_t slot = 0; slot < index.SlotCount(); ++slot)
+            if (const NameIndex::Entry& entry = index.At(slot); entry.object)
+                results.Keep(slot, index.OffsetOf(entry), 0, true);
+    results.Order(kFirstResults);
     return results;
 }
 
-void FindResults::Search(size_t limit)
+bool FindResults::InScope(uint64_t label) const
 {
-    m_count = 0;
-    m_first.clear();
-    if (!m_index || m_query.IsEmpty())
+    return !m_scoped || std::any_of(m_ranges.begin(), m_ranges.end(),
+                                    [&](const auto& r) { return label >= r.first && label < r.second; });
+}
+
+void FindResults::Keep(uint32_t slot, uint32_t offset, size_t firstWord, bool checkScope)
+{
+    const uint64_t label = m_index->LabelAt(slot);
+    if (checkScope && !InScope(label))
         return;
-    const NameIndex& index = *m_index;
-    // The first results by label, in a heap whose top is the last of them.
-    auto later = [](const Match& a, const Match& b) { return a.label < b.label; };
-    m_first.reserve(limit);
-    auto keep = [&](uint32_t slot)
+    if (!m_query.anyType || firstWord < m_query.words.size())
     {
-        const NameIndex::Entry& entry = index.At(slot);
+        const NameIndex::Entry& entry = m_index->At(slot);
         if (!m_query.anyType && !m_query.types.test(entry.type))
             return;
-        if (m_scoped && std::none_of(m_ranges.begin(), m_ranges.end(), [&](const auto& r)
-                                     { return entry.label >= r.first && entry.label < r.second; }))
-            return;
-        if (m_query.words.size() > 1)
-        {
-            const std::string_view name = index.NameOf(entry);
-            for (size_t i = 1; i < m_query.words.size(); ++i)
-                if (name.find(m_query.words[i]) == std::string_view::npos)
-                    return;
-        }
-        ++m_count;
+        const std::string_view name = m_index->NameAt(offset, entry);
+        for (size_t i = firstWord; i < m_query.words.size(); ++i)
+            if (name.find(m_query.words[i]) == std::string_view::npos)
+                return;
+    }
+    m_matches.push_back({label, slot, offset});
+}
+
+void FindResults::Order(size_t limit)
+{
+    auto earlier = [](const Match& a, const Match& b) { return a.label < b.label; };
+    if (limit * 4 >= m_matches.size())
+    {
+        m_first = m_matches;
+        std::sort(m_first.begin(), m_first.end(), earlier);
+        return;
+    }
+    // The first ones by label, in a heap whose top is the last of them.
+    m_first.clear();
+    m_first.reserve(limit);
+    for (const Match& match : m_matches)
         if (m_first.size() < limit)
         {
-            m_first.push_back({entry.label, entry.object});
-            std::push_heap(m_first.begin(), m_first.end(), later);
+            m_first.push_back(match);
+            std::push_heap(m_first.begin(), m_first.end(), earlier);
         }
-        else if (entry.label < m_first.front().label)
+        else if (match.label < m_first.front().label)
         {
-            std::pop_heap(m_first.begin(), m_first.end(), later);
-            m_first.back() = {entry.label, entry.object};
-            std::push_heap(m_first.begin(), m_first.end(), later);
+            std::pop_heap(m_first.begin(), m_first.end(), earlier);
+            m_first.back() = match;
+            std::push_heap(m_first.begin(), m_first.end(), earlier);
         }
-    };
-    if (!m_query.words.empty())
-        index.ForEachContaining(m_query.words.front(), keep);
-    else
-        for (uint32_t slot = 0; slot < index.SlotCount(); ++slot)
-            if (index.At(slot).object)
-                keep(slot);
-    std::sort_heap(m_first.begin(), m_first.end(), later);
+    std::sort_heap(m_first.begin(), m_first.end(), earlier);
 }
 
 ProjectObject* FindResults::At(size_t index)
 {
-    if (index >= m_count)
+    if (index >= m_matches.size())
         return nullptr;
     if (index >= m_first.size())
-        Search(std::max(index + 1, m_first.size() * 2));
-    return index < m_first.size() ? m_first[index].object : nullptr;
+        Order(m_matches.size());
+    return m_index->At(m_first[index].slot).object;
 }
 
 std::vector<std::pair<size_t, size_t>> MatchedParts(std::wstring_view name, const FindQuery& query)

@@ -26,6 +26,8 @@ struct FindQuery
 
     // Nothing to look for: no word and no kind.
     bool IsEmpty() const { return words.empty() && anyType; }
+    // Whether everything this query finds, wider finds too (as when a word typed grows).
+    bool Narrows(const FindQuery& wider) const;
     static FindQuery Parse(std::wstring_view text);
 };
 
@@ -34,15 +36,17 @@ class FindResults
 public:
     FindResults() = default;
     // The objects of the index the query finds, inside the subtrees of scope (the roots a pane
-    // shows; empty: the whole project).
+    // shows; empty: the whole project). Given the results of the query typed before, taken on
+    // the same index, scope and generation, a query that narrows it reads only their objects.
     static FindResults Run(const NameIndex& index, const FindQuery& query,
-                           const std::vector<const ProjectObject*>& scope = {});
+                           const std::vector<const ProjectObject*>& scope = {},
+                           const FindResults* previous = nullptr);
 
-    size_t Count() const { return m_count; }
-    // The object at a place in tree order, null past the end. A query is counted whole, but only
-    // its first results are kept in order; asking beyond them searches again for twice as many,
-    // so that a query finding a million costs no more than one finding a few until the user
-    // scrolls. The index must not have changed since the run (see Generation).
+    size_t Count() const { return m_matches.size(); }
+    // The object at a place in tree order, null past the end. Only the first results are put in
+    // order at once; reading beyond them orders the rest, so that a query finding a million
+    // costs little more than one finding a few until the user scrolls. The index must not have
+    // changed since the run (see Generation).
     ProjectObject* At(size_t index);
     // The index's generation the results were taken at.
     uint64_t Generation() const { return m_generation; }
@@ -51,18 +55,22 @@ private:
     struct Match
     {
         uint64_t label;
-        ProjectObject* object;
+        uint32_t slot;
+        uint32_t offset; // of the name in the index's arena
     };
 
-    // Counts the results and keeps the first `limit` in tree order.
-    void Search(size_t limit);
+    // Keeps the object when it matches; the words before firstWord are known to match.
+    void Keep(uint32_t slot, uint32_t offset, size_t firstWord, bool checkScope);
+    bool InScope(uint64_t label) const;
+    // Puts the first `limit` matches in tree order.
+    void Order(size_t limit);
 
     const NameIndex* m_index = nullptr;
     FindQuery m_query;
     std::vector<std::pair<uint64_t, uint64_t>> m_ranges; // labels of the scope's subtrees
     bool m_scoped = false;
-    size_t m_count = 0;
-    std::vector<Match> m_first;
+    std::vector<Match> m_matches; // in the order the index was read
+    std::vector<Match> m_first;   // the first of them in tree order
     uint64_t m_generation = 0;
 };
 

@@ -38,9 +38,16 @@ bool NameIndex::IsFound(const ProjectObject* object)
 
 std::string NameIndex::Lower(std::string_view utf8)
 {
-    std::string lower(utf8);
+    std::string lower;
+    Lower(utf8, lower);
+    return lower;
+}
+
+void NameIndex::Lower(std::string_view utf8, std::string& out)
+{
+    out.assign(utf8);
     bool ascii = true;
-    for (char& c : lower)
+    for (char& c : out)
     {
         if (static_cast<unsigned char>(c) >= 0x80)
             ascii = false;
@@ -48,25 +55,25 @@ std::string NameIndex::Lower(std::string_view utf8)
             c = static_cast<char>(c - 'A' + 'a');
     }
     if (ascii)
-        return lower;
+        return;
     std::wstring wide = Utf8::ToWide(utf8);
     for (wchar_t& c : wide)
         c = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
-    return Utf8::FromWide(wide);
+    out = Utf8::FromWide(wide);
 }
 
 template <class T>
 void NameIndex::Grow(std::vector<T>& items, size_t more)
 {
-    // A quarter more at a time rather than double: reserved space counts against the budget.
+    // An eighth more at a time rather than double: reserved space counts against the budget.
     if (items.size() + more > items.capacity())
-        items.reserve(std::max(items.size() + more, items.capacity() + items.capacity() / 4 + 64));
+        items.reserve(std::max(items.size() + more, items.capacity() + items.capacity() / 8 + 64));
 }
 
 size_t NameIndex::MemoryBytes() const
 {
     return m_arena.capacity() + m_records.capacity() * sizeof(Record) + m_entries.capacity() * sizeof(Entry) +
-           m_free.capacity() * sizeof(uint32_t) + sizeof(*this);
+           m_labels.capacity() * sizeof(uint64_t) + m_free.capacity() * sizeof(uint32_t) + m_lowered.capacity() + sizeof(*this);
 }
 
 uint32_t NameIndex::SlotOf(const ProjectObject* object) const
@@ -84,41 +91,70 @@ uint32_t NameIndex::NewSlot()
         return slot;
     }
     Grow(m_entries, 1);
+    Grow(m_labels, 1);
     m_entries.push_back({});
+    m_labels.push_back(0);
     return static_cast<uint32_t>(m_entries.size() - 1);
 }
 
-void NameIndex::Store(uint32_t slot, const ProjectObject* object)
+size_t NameIndex::RoomOf(uint32_t record) const
+{
+    const size_t end = record + 1 < m_records.size() ? m_records[record + 1].offset : m_arena.size();
+    return end - m_records[record].offset;
+}
+
+void NameIndex::Store(uint32_t slot, const ProjectObject* object, uint32_t over)
 {
     // Names are limited far below what a half-word holds; a longer one is cut, not lost.
-    std::string name = Lower(object->NameUtf8());
+    std::string& name = m_lowered;
+    Lower(object->NameUtf8(), name);
     if (name.size() > UINT16_MAX)
         name.resize(UINT16_MAX);
-    name.erase(std::remove(name.begin(), name.end(), '\0'), name.end());
+    if (name.find('\0') != std::string::npos)
+        name.erase(std::remove(name.begin(), name.end(), '\0'), name.end());
+    Entry& entry = m_entries[slot];
+    const bool holds = over != kNoSlot && m_records[over].slot == slot;
+    const size_t before = holds ? entry.length : 0; // the name there, filler after it
+    if (over != kNoSlot && name.size() < RoomOf(over))
+    {
+        char* at = m_arena.data() + m_records[over].offset;
+        std::memcpy(at, name.data(), name.size());
+        if (before > name.size())
+            std::memset(at + name.size(), kFiller, before - name.size());
+        m_records[over].slot = slot;
+        m_liveBytes = m_liveBytes - (holds ? before + 1 : 0) + name.size() + 1;
+        entry.record = over;
+        entry.length = static_cast<uint16_t>(name.size());
+        return;
+    }
     Grow(m_records, 1);
     if (m_arena.size() + name.size() + 1 > m_arena.capacity())
-        m_arena.reserve(std::max(m_arena.size() + name.size() + 1, m_arena.capacity() + m_arena.capacity() / 4 + 256));
+        m_arena.reserve(std::max(m_arena.size() + name.size() + 1, m_arena.capacity() + m_arena.capacity() / 8 + 256));
     m_records.push_back({static_cast<uint32_t>(m_arena.size()), slot});
     m_arena.append(name);
     m_arena.push_back('\0');
-    Entry& entry = m_entries[slot];
+    m_liveBytes += name.size() + 1;
     entry.record = static_cast<uint32_t>(m_records.size() - 1);
     entry.length = static_cast<uint16_t>(name.size());
+    if (holds)
+        Forget(over, before);
 }
 
-void NameIndex::Forget(uint32_t record)
+void NameIndex::Forget(uint32_t record, size_t length)
 {
+    // The zero that ends it stays: a hit's record is still the count of zeros before it.
     m_records[record].slot = kNoSlot;
-    const size_t end = record + 1 < m_records.size() ? m_records[record + 1].offset : m_arena.size();
-    m_deadBytes += end - m_records[record].offset;
-    if (m_deadBytes > 4096 && m_deadBytes * 2 > m_arena.size())
+    std::memset(m_arena.data() + m_records[record].offset, kFiller, length);
+    m_liveBytes -= length + 1;
+    const size_t dead = m_arena.size() - m_liveBytes;
+    if (dead > 4096 && dead > m_liveBytes)
         Compact();
 }
 
 void NameIndex::Compact()
 {
     std::string arena;
-    arena.reserve(m_arena.size() - m_deadBytes + m_arena.size() / 8);
+    arena.reserve(m_liveBytes + m_liveBytes / 8);
     std::vector<Record> records;
     records.reserve(m_size + m_size / 8);
     for (const Record& record : m_records)
@@ -128,11 +164,13 @@ void NameIndex::Compact()
         Entry& entry = m_entries[record.slot];
         entry.record = static_cast<uint32_t>(records.size());
         records.push_back({static_cast<uint32_t>(arena.size()), record.slot});
-        arena.append(m_arena, record.offset, entry.length + size_t(1));
+        arena.append(m_arena, record.offset, entry.length);
+        arena.push_back('\0');
     }
     m_arena.swap(arena);
     m_records.swap(records);
-    m_deadBytes = 0;
+    m_leftObject = nullptr;
+    m_leftRecord = kNoSlot;
 }
 
 size_t NameIndex::FindHit(size_t record, size_t offset) const
@@ -156,16 +194,19 @@ void NameIndex::Enter(ProjectObject* object)
         return;
     const uint32_t slot = NewSlot();
     Entry& entry = m_entries[slot];
-    entry = {0, 0, static_cast<uint16_t>(object->GetNodeType()), 0, object};
+    entry = {0, 0, static_cast<uint16_t>(object->GetNodeType()), object};
     object->SetNameSlot(slot);
-    Store(slot, object);
+    // Moved: back into the room its name had.
+    const bool moved = object == m_leftObject && m_leftRecord < m_records.size() && m_records[m_leftRecord].slot == kNoSlot;
+    Store(slot, object, moved ? m_leftRecord : kNoSlot);
+    m_leftObject = nullptr;
     ++m_size;
     ++m_generation;
 
     const uint64_t before = LabelOf(Previous(object), 0);
     const uint64_t after = LabelOf(NextAfterSubtree(object), kLast);
     if (after > before && after - before >= 2)
-        m_entries[slot].label = before + std::min((after - before) / 2, kStep);
+        m_labels[slot] = before + std::min((after - before) / 2, kStep);
     else
         Spread(object);
 }
@@ -176,13 +217,16 @@ void NameIndex::Leave(ProjectObject* object)
     if (slot == kNoSlot)
         return;
     const uint32_t record = m_entries[slot].record;
+    const size_t length = m_entries[slot].length;
     m_entries[slot] = {};
     object->SetNameSlot(kNoSlot);
     Grow(m_free, 1);
     m_free.push_back(slot);
     --m_size;
     ++m_generation;
-    Forget(record);
+    m_leftObject = object;
+    m_leftRecord = record;
+    Forget(record, length);
 }
 
 void NameIndex::Renamed(ProjectObject* object)
@@ -190,10 +234,8 @@ void NameIndex::Renamed(ProjectObject* object)
     const uint32_t slot = SlotOf(object);
     if (slot == kNoSlot)
         return;
-    const uint32_t record = m_entries[slot].record;
-    Store(slot, object);
+    Store(slot, object, m_entries[slot].record);
     ++m_generation;
-    Forget(record);
 }
 
 std::pair<uint64_t, uint64_t> NameIndex::LabelRange(const ProjectObject* object) const
@@ -205,7 +247,7 @@ std::pair<uint64_t, uint64_t> NameIndex::LabelRange(const ProjectObject* object)
 
 uint64_t NameIndex::LabelOf(const ProjectObject* object, uint64_t none) const
 {
-    return object ? m_entries[SlotOf(object)].label : none;
+    return object ? m_labels[SlotOf(object)] : none;
 }
 
 size_t NameIndex::PositionOf(const ProjectObject* object) const
@@ -309,7 +351,7 @@ size_t NameIndex::CountSubtree(const ProjectObject* object) const
 
 void NameIndex::LabelSubtree(const ProjectObject* object, uint64_t& next, uint64_t step)
 {
-    m_entries[SlotOf(object)].label = next;
+    m_labels[SlotOf(object)] = next;
     next += step;
     for (const CSmartPtr<ProjectObject>& child : object->Children())
         if (Indexed(child.Get()))

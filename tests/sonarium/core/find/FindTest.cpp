@@ -182,6 +182,91 @@ TEST_F(FindTest, TheIndexFollowsCreationRenameDeleteMoveUndoAndRedo)
     EXPECT_EQ(Proj().Names().Size(), all.size()) << "nothing left behind, nothing counted twice";
 }
 
+TEST_F(FindTest, TypingOnNarrowsTheLastResultsAndAgreesWithAFreshSearch)
+{
+    Open(kProject);
+    const std::vector<const ProjectObject*> audio{Proj().GetRoot(OrbObjectCategories::AudioObjects)};
+    FindResults last;
+    auto type = [&](const std::wstring& text, const std::vector<const ProjectObject*>& scope)
+    {
+        last = FindResults::Run(Proj().Names(), FindQuery::Parse(text), scope, &last);
+        std::vector<std::wstring> paths;
+        for (size_t i = 0; i < last.Count(); ++i)
+            paths.push_back(PathOf(*last.At(i)));
+        return paths;
+    };
+    // Keys typed on, taken back, a kind that is not one until its word is whole, another scope.
+    const wchar_t* const keys[] = {L"f", L"fo", L"foot", L"foot ", L"foot s", L"foot sn", L"foot snow",
+                                   L"foot sno", L"o", L"o type:S", L"o type:So", L"o type:Sound",
+                                   L"o type:Sound type:Bus", L"snow type:Sound", L"snow_", L"", L"s"};
+    for (const wchar_t* text : keys)
+    {
+        EXPECT_EQ(type(text, {}), Found(text)) << Utf8::FromWide(text);
+        EXPECT_EQ(type(text, audio), Found(text, audio)) << Utf8::FromWide(text) << " in the audio objects";
+    }
+    // A change between two keys: the next key reads the index again.
+    EXPECT_EQ(type(L"footstep_s", {}).size(), 2u);
+    ASSERT_TRUE(ProjectEdit::Rename(At(L"AudioObjects/Default Work Unit/Footsteps/Footstep_Snow"), L"Footstep_Slush"));
+    EXPECT_EQ(type(L"footstep_sl", {}), Found(L"footstep_sl"));
+    EXPECT_EQ(type(L"footstep_sl", {}).size(), 1u);
+}
+
+TEST_F(FindTest, NamesOfAnyLengthAreFoundOnceWhileTheyChange)
+{
+    // Names from a few letters, so that words occur often, many times in a name and across the
+    // places where the search reads the next block; long ones span several blocks.
+    Open(kProject);
+    ProjectObject* holder = At(L"AudioObjects/Default Work Unit/Footsteps");
+    ProjectObject* other = At(L"AudioObjects/Default Work Unit/Voices");
+    std::mt19937 random(23);
+    auto name = [&]
+    {
+        std::wstring text;
+        const size_t length = random() % 4 == 0 ? 60 + random() % 140 : 1 + random() % 20;
+        for (size_t i = 0; i < length; ++i)
+            text += L"aAbx_"[random() % 5];
+        return text;
+    };
+    for (int i = 0; i < 300; ++i)
+        ProjectEdit::Create(holder, N::SoundSFX, name(), ProjectEdit::AtEnd);
+    for (int step = 0; step < 600; ++step)
+    {
+        ProjectObject* parent = random() % 2 ? holder : other;
+        ProjectObject* object = parent->Children().empty() ? nullptr
+                                                           : parent->Children()[random() % parent->Children().size()].Get();
+        switch (random() % 4)
+        {
+        case 0:
+            if (object)
+                ProjectEdit::Rename(object, name());
+            break;
+        case 1:
+            if (object)
+                ProjectEdit::Move(object, parent == holder ? other : holder, random() % 3);
+            break;
+        case 2:
+            if (object)
+                ProjectEdit::Delete(object);
+            break;
+        case 3:
+            ProjectEdit::Create(parent, N::SoundSFX, name(), random() % (parent->Children().size() + 1));
+            break;
+        }
+        if (step % 50 != 49)
+            continue;
+        std::vector<std::wstring> words = {L"a", L"x_", L"abx", L"b_a", L"aaaa", L"_x_a"};
+        for (const auto& child : holder->Children())
+            if (std::wstring text = child->GetName().c_str(); text.size() >= 80)
+            {
+                words.push_back(text.substr(5, 70));
+                break;
+            }
+        ASSERT_EQ(words.size(), 7u) << "a long name to find a long word in";
+        for (const std::wstring& word : words)
+            ASSERT_EQ(Found(word), Expected(word)) << "after step " << step << ", finding " << Utf8::FromWide(word);
+    }
+}
+
 TEST_F(FindTest, UnloadedUnitsAreNotFoundAndLoadedOnesAre)
 {
     disk::SampleCopy sample;
