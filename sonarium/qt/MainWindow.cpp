@@ -3,7 +3,7 @@
 #include "host/Utf8.h"
 #include "sonarium/core/model/CurrentState.h"
 #include "sonarium/qt/DesktopSettings.h"
-#include "sonarium/qt/InspectorWidget.h"
+#include "sonarium/qt/PropertiesWidget.h"
 #include "sonarium/qt/NewPaneDialog.h"
 #include "sonarium/qt/OpenProgressReporter.h"
 #include "sonarium/qt/PaneWidget.h"
@@ -59,7 +59,7 @@ MainWindow::MainWindow(AppSession& session, QtWindowSystemDriver& driver)
     // toolbar and the inspector to its selection, and the panes then show that.
     connect(&m_driver, &QtWindowSystemDriver::Pumped, this, [this] { m_session.FollowFocus(); });
     connect(m_splitter, &QSplitter::splitterMoved, this, &MainWindow::RememberSplitter);
-    connect(m_panels->Inspector(), &InspectorWidget::Refused, this,
+    connect(m_panels->Inspector(), &PropertiesWidget::Refused, this,
             [this](QString const& why) { statusBar()->showMessage(tr("Not changed: %1").arg(why), 8000); });
     BuildMenus();
     BuildPanes();

@@ -2,7 +2,7 @@
 
 #include "sonarium/app/session/AppSession.h"
 #include "sonarium/qt/IconArt.h"
-#include "sonarium/qt/InspectorWidget.h"
+#include "sonarium/qt/PropertiesWidget.h"
 #include "sonarium/qt/QtText.h"
 #include "sonarium/qt/QtWindowSystemDriver.h"
 #include "sonarium/qt/WaveformWidget.h"
@@ -53,7 +53,7 @@ SidePanels::SidePanels(AppSession& session, QtWindowSystemDriver& driver, QWidge
     connect(m_play, &QPushButton::clicked, this, [this] { SetPlayback(true); });
     connect(m_stop, &QPushButton::clicked, this, [this] { SetPlayback(false); });
 
-    m_inspector = new InspectorWidget(m_session.Inspector(), m_driver, this);
+    m_inspector = new PropertiesWidget(m_session.Inspector(), m_driver, this);
     AddGroup(*layout, tr("Property Inspector"), m_inspector, this)->setObjectName(QStringLiteral("inspector"));
     // The audio of the inspected sound, under its properties.
     m_waveform = new WaveformWidget(this);

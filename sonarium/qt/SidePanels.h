@@ -16,7 +16,7 @@ class AppSession;
 
 namespace sn::qt
 {
-class InspectorWidget;
+class PropertiesWidget;
 class QtWindowSystemDriver;
 
 class WaveformWidget;
@@ -29,7 +29,7 @@ public:
     SidePanels(AppSession& session, QtWindowSystemDriver& driver, QWidget* parent = nullptr);
 
     void Refresh();
-    InspectorWidget* Inspector() const { return m_inspector; }
+    PropertiesWidget* Inspector() const { return m_inspector; }
     QListWidget* EventViewer() const { return m_eventViewer; }
     QLabel* TransportObject() const { return m_transportObject; }
     WaveformWidget* Waveform() const { return m_waveform; }
@@ -49,7 +49,7 @@ private:
     QString m_transportText;
     QPushButton* m_play = nullptr;
     QPushButton* m_stop = nullptr;
-    InspectorWidget* m_inspector = nullptr;
+    PropertiesWidget* m_inspector = nullptr;
     QListWidget* m_eventViewer = nullptr;
     WaveformWidget* m_waveform = nullptr;
 };

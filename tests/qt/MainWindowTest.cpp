@@ -9,7 +9,7 @@
 #include "sonarium/app/session/TreePoints.h"
 #include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/core/model/ProjectEdit.h"
-#include "sonarium/qt/InspectorWidget.h"
+#include "sonarium/qt/PropertiesWidget.h"
 #include "sonarium/qt/MainWindow.h"
 #include "sonarium/qt/PaneWidget.h"
 #include "sonarium/qt/PreferencesDialog.h"

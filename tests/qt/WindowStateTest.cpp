@@ -14,7 +14,7 @@
 #include "sonarium/qt/ApplicationTheme.h"
 #include "sonarium/qt/DesktopSettings.h"
 #include "sonarium/qt/IconArt.h"
-#include "sonarium/qt/InspectorWidget.h"
+#include "sonarium/qt/PropertiesWidget.h"
 #include "sonarium/qt/MainWindow.h"
 #include "sonarium/qt/PaneWidget.h"
 #include "sonarium/qt/QtText.h"
@@ -213,11 +213,11 @@ TEST_F(WindowState, TheThemeReachesEveryWindowAndDisabledIconsStayLegible)
     EXPECT_FALSE(sn::qt::IconArt::Get().Pixmap(ObjectIcons::IconType_CategoryRoot, false, 16, 1.0).isNull());
 }
 
-TEST_F(WindowState, TheInspectorEditsWhatItShowsAndSaysWhyWhenItCannot)
+TEST_F(WindowState, ThePropertyEditsWhatItShowsAndSaysWhyWhenItCannot)
 {
     Click(0, L"AudioObjects/Characters");
     Click(0, L"AudioObjects/World");
-    sn::qt::InspectorWidget* inspector = window->Panels()->Inspector();
+    sn::qt::PropertiesWidget* inspector = window->Panels()->Inspector();
     EXPECT_TRUE(QTest::qWaitFor([&] { return inspector->Heading()->text() == QStringLiteral("World"); }));
     QTableWidget* table = inspector->Table();
     ASSERT_GT(table->rowCount(), 5);

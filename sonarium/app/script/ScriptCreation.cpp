@@ -8,7 +8,7 @@
 #include "host/HostMessages.h"
 #include "platform/HeldKeys.h"
 #include "sonarium/app/script/ScriptWords.h"
-#include "sonarium/ui/inspector/ObjectFacts.h"
+#include "sonarium/ui/properties/ObjectFacts.h"
 #include "sonarium/core/host/ProjectBuilder.h"
 #include "sonarium/ui/dialogs/ScriptedDialogService.h"
 #include "sonarium/ui/menus/MenuShortcuts.h"

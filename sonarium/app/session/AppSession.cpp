@@ -76,7 +76,7 @@ AppSession::AppSession(HostOptions options) : m_host(std::make_unique<Host>(std:
                                Pane* pane = ActivePane();
                                return pane ? pane->view : nullptr;
                            });
-    m_inspector = std::make_unique<InspectorModel>();
+    m_inspector = std::make_unique<PropertiesModel>();
     WindowSystem::Get().SetFocusHook([this](HWND focus) { OnFocusChanged(focus); });
     // A change that must write a read-only file asks the user, through the dialog service.
     m_host->Files().SetQuestion(

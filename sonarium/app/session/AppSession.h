@@ -8,7 +8,7 @@
 #include "sonarium/app/session/HostReports.h"
 #include "sonarium/core/host/Host.h"
 #include "sonarium/core/storage/ProjectStorage.h"
-#include "sonarium/ui/inspector/InspectorModel.h"
+#include "sonarium/ui/properties/PropertiesModel.h"
 
 #include <filesystem>
 #include <memory>
@@ -66,7 +66,7 @@ public:
     HostRecorder& Recorder() { return *m_recorder; }
     HostReports& Reports() { return *m_reports; }
     // The host's property inspector.
-    InspectorModel& Inspector() { return *m_inspector; }
+    PropertiesModel& Inspector() { return *m_inspector; }
 
     // Opens a project folder or file; problems found on the way (unreadable work units...) go to
     // `messages`, one per line. False when the project could not be opened at all.
@@ -117,7 +117,7 @@ private:
     AppMainWindow m_main;
     std::unique_ptr<HostRecorder> m_recorder;
     std::unique_ptr<HostReports> m_reports;
-    std::unique_ptr<InspectorModel> m_inspector;
+    std::unique_ptr<PropertiesModel> m_inspector;
     std::vector<Pane> m_panes;
     std::string m_readOnly;
     bool m_followPending = false;

@@ -3,8 +3,8 @@
 // as "print object" tells them.
 
 #include "host/Utf8.h"
-#include "sonarium/ui/inspector/InspectorRowSource.h"
-#include "sonarium/ui/inspector/ObjectFacts.h"
+#include "sonarium/ui/properties/PropertyRowSource.h"
+#include "sonarium/ui/properties/ObjectFacts.h"
 
 #include <map>
 
@@ -12,7 +12,7 @@ namespace sn
 {
 namespace
 {
-void Rows(ProjectObject const& object, InspectorRowSink& rows)
+void Rows(ProjectObject const& object, PropertyRowSink& rows)
 {
     Project const* project = object.GetProject();
     if (!project)
@@ -33,6 +33,6 @@ void Rows(ProjectObject const& object, InspectorRowSink& rows)
     }
 }
 
-[[maybe_unused]] const bool k_registered = RegisterInspectorRowSource({250, &Rows, nullptr});
+[[maybe_unused]] const bool k_registered = RegisterPropertyRowSource({250, &Rows, nullptr});
 } // namespace
 } // namespace sn

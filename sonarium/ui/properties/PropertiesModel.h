@@ -7,7 +7,7 @@
 
 #include "host/NotifyMgr.h"
 #include "host/SmartPtr.h"
-#include "sonarium/ui/inspector/InspectorRowSource.h"
+#include "sonarium/ui/properties/PropertyRowSource.h"
 
 #include <cstdint>
 #include <optional>
@@ -18,26 +18,26 @@ class IOrbObject;
 
 namespace sn
 {
-struct InspectorRow
+struct PropertyRow
 {
     std::string key;
     std::wstring label;
     // One per inspected object; empty when the object has no such row.
     std::vector<std::optional<std::wstring>> values;
     // None when the row cannot be edited for the objects inspected now.
-    InspectorEdit edit = InspectorEdit::None;
+    PropertyEdit edit = PropertyEdit::None;
 
     // The value every inspected object shows; nothing when they differ or one has no such row.
     std::optional<std::wstring> Common() const;
 };
 
-class InspectorModel
+class PropertiesModel
 {
 public:
-    InspectorModel();
-    ~InspectorModel();
-    InspectorModel(InspectorModel const&) = delete;
-    InspectorModel& operator=(InspectorModel const&) = delete;
+    PropertiesModel();
+    ~PropertiesModel();
+    PropertiesModel(PropertiesModel const&) = delete;
+    PropertiesModel& operator=(PropertiesModel const&) = delete;
 
     // What the host's inspection notification does; objects that are not the host's are left out.
     void Inspect(std::vector<IOrbObject*> const& objects);
@@ -47,7 +47,7 @@ public:
     bool Shows(std::vector<IOrbObject*> const& objects) const;
 
     // The rows for the objects as they are now.
-    std::vector<InspectorRow> const& Rows();
+    std::vector<PropertyRow> const& Rows();
     // Sets a row's value on every inspected object as one undo step; false with the reason
     // when the row is unknown, read-only, or the value is refused.
     bool Edit(std::string const& key, std::wstring const& value, std::wstring& why);
@@ -68,7 +68,7 @@ private:
     void Rebuild();
 
     std::vector<CSmartPtr<ProjectObject>> m_objects;
-    std::vector<InspectorRow> m_rows;
+    std::vector<PropertyRow> m_rows;
     // Which source each row came from, by position in m_rows.
     std::vector<size_t> m_rowSources;
     bool m_stale = true;

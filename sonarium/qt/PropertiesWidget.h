@@ -11,20 +11,20 @@ class QTableWidgetItem;
 
 namespace sn
 {
-class InspectorModel;
+class PropertiesModel;
 }
 
 namespace sn::qt
 {
 class QtWindowSystemDriver;
 
-class InspectorWidget : public QWidget
+class PropertiesWidget : public QWidget
 {
     Q_OBJECT
 
 public:
-    InspectorWidget(InspectorModel& model, QtWindowSystemDriver& driver, QWidget* parent = nullptr);
-    ~InspectorWidget() override;
+    PropertiesWidget(PropertiesModel& model, QtWindowSystemDriver& driver, QWidget* parent = nullptr);
+    ~PropertiesWidget() override;
 
     // Shows the model's rows as they are now (kept for later while a cell is being edited).
     void Refresh();
@@ -43,7 +43,7 @@ private:
     void OnItemChanged(QTableWidgetItem* item);
     void OnCellActivated(int row, int column);
 
-    InspectorModel& m_model;
+    PropertiesModel& m_model;
     QtWindowSystemDriver& m_driver;
     QLabel* m_heading = nullptr;
     QTableWidget* m_table = nullptr;

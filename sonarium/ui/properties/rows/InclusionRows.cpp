@@ -3,13 +3,13 @@
 
 #include "host/Utf8.h"
 #include "sonarium/core/model/Project.h"
-#include "sonarium/ui/inspector/InspectorRowSource.h"
+#include "sonarium/ui/properties/PropertyRowSource.h"
 
 namespace sn
 {
 namespace
 {
-void Rows(ProjectObject const& object, InspectorRowSink& rows)
+void Rows(ProjectObject const& object, PropertyRowSink& rows)
 {
     Project const* project = object.GetProject();
     if (!project || object.IsTopWorkUnit())
@@ -23,6 +23,6 @@ void Rows(ProjectObject const& object, InspectorRowSink& rows)
     rows.Add("inclusion-linked", L"Inclusion Linked", object.IsInclusionLinked() ? L"Yes" : L"No");
 }
 
-[[maybe_unused]] const bool k_registered = RegisterInspectorRowSource({400, &Rows, nullptr});
+[[maybe_unused]] const bool k_registered = RegisterPropertyRowSource({400, &Rows, nullptr});
 } // namespace
 } // namespace sn

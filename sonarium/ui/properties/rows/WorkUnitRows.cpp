@@ -4,7 +4,7 @@
 #include "sonarium/core/storage/ProjectStorage.h"
 #include "sonarium/core/storage/StorageState.h"
 #include "sonarium/core/storage/WorkUnitFile.h"
-#include "sonarium/ui/inspector/InspectorRowSource.h"
+#include "sonarium/ui/properties/PropertyRowSource.h"
 
 namespace sn
 {
@@ -23,7 +23,7 @@ std::wstring FileOf(WorkUnitObject const& unit)
     return (relative.empty() || *relative.begin() == ".." ? path : relative).wstring();
 }
 
-void Rows(ProjectObject const& object, InspectorRowSink& rows)
+void Rows(ProjectObject const& object, PropertyRowSink& rows)
 {
     WorkUnitObject const* unit = object.OwningWorkUnit();
     if (!unit)
@@ -45,6 +45,6 @@ void Rows(ProjectObject const& object, InspectorRowSink& rows)
         rows.Add("file-problem", L"Problem", Utf8::ToWide(file.problem));
 }
 
-[[maybe_unused]] const bool k_registered = RegisterInspectorRowSource({200, &Rows, nullptr});
+[[maybe_unused]] const bool k_registered = RegisterPropertyRowSource({200, &Rows, nullptr});
 } // namespace
 } // namespace sn

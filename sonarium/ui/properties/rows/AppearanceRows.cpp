@@ -3,7 +3,7 @@
 
 #include "sonarium/core/model/ProjectEdit.h"
 #include "sonarium/core/nodes/ProjectNode.h"
-#include "sonarium/ui/inspector/InspectorRowSource.h"
+#include "sonarium/ui/properties/PropertyRowSource.h"
 
 #include <cwctype>
 #include <iomanip>
@@ -42,10 +42,10 @@ bool ParseColour(std::wstring const& text, int& colour)
     return colour < k_paletteSize;
 }
 
-void Rows(ProjectObject const& object, InspectorRowSink& rows)
+void Rows(ProjectObject const& object, PropertyRowSink& rows)
 {
-    rows.Add("colour", L"Colour", ColourText(object.GetColor()), InspectorEdit::Colour);
-    rows.Add("notes", L"Notes", object.GetProperty(k_notesKey), InspectorEdit::Notes);
+    rows.Add("colour", L"Colour", ColourText(object.GetColor()), PropertyEdit::Colour);
+    rows.Add("notes", L"Notes", object.GetProperty(k_notesKey), PropertyEdit::Notes);
 }
 
 bool Edit(std::string const& key, std::vector<ProjectObject*> const& objects, std::wstring const& value,
@@ -72,6 +72,6 @@ bool Edit(std::string const& key, std::vector<ProjectObject*> const& objects, st
     return false;
 }
 
-[[maybe_unused]] const bool k_registered = RegisterInspectorRowSource({300, &Rows, &Edit});
+[[maybe_unused]] const bool k_registered = RegisterPropertyRowSource({300, &Rows, &Edit});
 } // namespace
 } // namespace sn

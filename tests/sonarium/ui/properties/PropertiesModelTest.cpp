@@ -5,7 +5,7 @@
 
 #include "host/OrbObjNotify.h"
 #include "sonarium/core/model/ProjectEdit.h"
-#include "sonarium/ui/inspector/InspectorModel.h"
+#include "sonarium/ui/properties/PropertiesModel.h"
 
 #include <algorithm>
 
@@ -23,23 +23,23 @@ AudioObjects
 const std::wstring kUnit = L"AudioObjects/Default Work Unit";
 
 // A source of rows that only this test knows: registering it is all it takes to be shown.
-void DepthRows(sn::ProjectObject const& object, sn::InspectorRowSink& rows)
+void DepthRows(sn::ProjectObject const& object, sn::PropertyRowSink& rows)
 {
     int depth = 0;
     for (sn::ProjectObject const* at = object.Parent(); at; at = at->Parent())
         ++depth;
     rows.Add("depth", L"Depth", std::to_wstring(depth));
 }
-[[maybe_unused]] const bool k_depthSource = sn::RegisterInspectorRowSource({1000, &DepthRows, nullptr});
+[[maybe_unused]] const bool k_depthSource = sn::RegisterPropertyRowSource({1000, &DepthRows, nullptr});
 
-class InspectorModelTest : public HostTest
+class PropertiesModelTest : public HostTest
 {
 protected:
     void SetUp() override
     {
         HostTest::SetUp();
         Open(kProject);
-        m_model = std::make_unique<sn::InspectorModel>();
+        m_model = std::make_unique<sn::PropertiesModel>();
     }
     void TearDown() override
     {
@@ -57,19 +57,19 @@ protected:
                                               false, true, nullptr);
     }
 
-    sn::InspectorRow const* Row(std::string const& key)
+    sn::PropertyRow const* Row(std::string const& key)
     {
-        for (sn::InspectorRow const& row : m_model->Rows())
+        for (sn::PropertyRow const& row : m_model->Rows())
             if (row.key == key)
                 return &row;
         return nullptr;
     }
 
-    std::unique_ptr<sn::InspectorModel> m_model;
+    std::unique_ptr<sn::PropertiesModel> m_model;
 };
 } // namespace
 
-TEST_F(InspectorModelTest, OneObjectShowsWhatItIsWhereItLivesAndItsInclusion)
+TEST_F(PropertiesModelTest, OneObjectShowsWhatItIsWhereItLivesAndItsInclusion)
 {
     EXPECT_EQ(m_model->Lines(), std::vector<std::wstring>{L"(nothing)"});
     Inspect({kUnit + L"/Ambience/Rain"});
@@ -90,12 +90,12 @@ TEST_F(InspectorModelTest, OneObjectShowsWhatItIsWhereItLivesAndItsInclusion)
     // A category's root: no work unit of its own, a name the user cannot change.
     Inspect({L"AudioObjects"});
     EXPECT_EQ(Row("type")->Common(), L"Category Root (Audio Objects)");
-    EXPECT_EQ(Row("name")->edit, sn::InspectorEdit::None);
+    EXPECT_EQ(Row("name")->edit, sn::PropertyEdit::None);
     EXPECT_EQ(Row("work-unit"), nullptr);
     EXPECT_EQ(Row("included:Desktop"), nullptr);
 }
 
-TEST_F(InspectorModelTest, SeveralObjectsShowWhatTheyShareAndTakeOneEditTogether)
+TEST_F(PropertiesModelTest, SeveralObjectsShowWhatTheyShareAndTakeOneEditTogether)
 {
     sn::ProjectObject* rain = At(kUnit + L"/Ambience/Rain");
     sn::ProjectObject* wind = At(kUnit + L"/Ambience/Wind");
@@ -104,7 +104,7 @@ TEST_F(InspectorModelTest, SeveralObjectsShowWhatTheyShareAndTakeOneEditTogether
     EXPECT_EQ(Row("type")->Common(), std::nullopt);
     EXPECT_EQ(Row("type")->values,
               (std::vector<std::optional<std::wstring>>{L"Sound SFX", L"Random Container"}));
-    EXPECT_EQ(Row("name")->edit, sn::InspectorEdit::None) << "a name belongs to one object";
+    EXPECT_EQ(Row("name")->edit, sn::PropertyEdit::None) << "a name belongs to one object";
 
     std::wstring why;
     EXPECT_FALSE(m_model->Edit("name", L"Storm", why));
@@ -134,7 +134,7 @@ TEST_F(InspectorModelTest, SeveralObjectsShowWhatTheyShareAndTakeOneEditTogether
     EXPECT_FALSE(HostRef().Undo().CanUndo()) << "refused edits leave no step";
 }
 
-TEST_F(InspectorModelTest, ANameIsCheckedAndTheInspectorFollowsTheProject)
+TEST_F(PropertiesModelTest, ANameIsCheckedAndTheInspectorFollowsTheProject)
 {
     Inspect({kUnit + L"/Ambience/Wind"});
     std::wstring why;
@@ -161,7 +161,7 @@ TEST_F(InspectorModelTest, ANameIsCheckedAndTheInspectorFollowsTheProject)
     EXPECT_TRUE(m_model->Rows().empty());
 }
 
-TEST_F(InspectorModelTest, PartsAndStoredPropertiesShowAsPrintObjectTellsThem)
+TEST_F(PropertiesModelTest, PartsAndStoredPropertiesShowAsPrintObjectTellsThem)
 {
     sn::ProjectObject* rain = At(kUnit + L"/Ambience/Rain");
     sn::ProjectObject* source = sn::ProjectEdit::Create(rain, PMTreeNode::AudioSource, L"rain.wav");

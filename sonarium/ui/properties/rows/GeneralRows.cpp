@@ -6,7 +6,7 @@
 #include "host/Utf8.h"
 #include "sonarium/core/model/NodeRules.h"
 #include "sonarium/core/model/ProjectEdit.h"
-#include "sonarium/ui/inspector/InspectorRowSource.h"
+#include "sonarium/ui/properties/PropertyRowSource.h"
 
 namespace sn
 {
@@ -19,7 +19,7 @@ bool MayRename(ProjectObject const& object)
     return rule.capabilities.test(PMTreeNode::CanRename) && OrbObjectHelpers::CanRename(&object);
 }
 
-void Rows(ProjectObject const& object, InspectorRowSink& rows)
+void Rows(ProjectObject const& object, PropertyRowSink& rows)
 {
     const std::wstring type =
         object.IsTopWorkUnit()
@@ -27,7 +27,7 @@ void Rows(ProjectObject const& object, InspectorRowSink& rows)
             : std::wstring(rules::NodeTypeName(object.GetNodeType()));
     rows.Add("type", L"Type", type);
     rows.Add("name", L"Name", object.GetName().c_str(),
-             MayRename(object) ? InspectorEdit::Text : InspectorEdit::None, true);
+             MayRename(object) ? PropertyEdit::Text : PropertyEdit::None, true);
     rows.Add("guid", L"GUID", Utf8::ToWide(GuidText::ToString(object.Id())));
 }
 
@@ -48,6 +48,6 @@ bool Edit(std::string const& key, std::vector<ProjectObject*> const& objects, st
            (why = L"the host refused the name \"" + value + L"\"", false);
 }
 
-[[maybe_unused]] const bool k_registered = RegisterInspectorRowSource({100, &Rows, &Edit});
+[[maybe_unused]] const bool k_registered = RegisterPropertyRowSource({100, &Rows, &Edit});
 } // namespace
 } // namespace sn

@@ -1,4 +1,4 @@
-#include "sonarium/ui/inspector/InspectorModel.h"
+#include "sonarium/ui/properties/PropertiesModel.h"
 
 #include "host/Undo.h"
 #include "sonarium/core/model/ModelNotify.h"
@@ -13,7 +13,7 @@ namespace
 const ROString k_workUnitChannel("WorkUnit");
 } // namespace
 
-std::optional<std::wstring> InspectorRow::Common() const
+std::optional<std::wstring> PropertyRow::Common() const
 {
     if (values.empty() || !values.front())
         return std::nullopt;
@@ -23,35 +23,35 @@ std::optional<std::wstring> InspectorRow::Common() const
     return values.front();
 }
 
-InspectorModel::InspectorModel()
+PropertiesModel::PropertiesModel()
 {
     if (INotifyMgr* notify = INotifyMgr::m_pInstance)
     {
-        notify->Register(notify::chInspector, NotifyDelegate(this, &InspectorModel::OnInspect));
-        notify->Register(notify::chProject, NotifyDelegate(this, &InspectorModel::OnProject));
-        notify->Register(notify::chObject, NotifyDelegate(this, &InspectorModel::OnChange));
-        notify->Register(k_workUnitChannel, NotifyDelegate(this, &InspectorModel::OnChange));
+        notify->Register(notify::chInspector, NotifyDelegate(this, &PropertiesModel::OnInspect));
+        notify->Register(notify::chProject, NotifyDelegate(this, &PropertiesModel::OnProject));
+        notify->Register(notify::chObject, NotifyDelegate(this, &PropertiesModel::OnChange));
+        notify->Register(k_workUnitChannel, NotifyDelegate(this, &PropertiesModel::OnChange));
     }
 }
 
-InspectorModel::~InspectorModel()
+PropertiesModel::~PropertiesModel()
 {
     if (INotifyMgr* notify = INotifyMgr::m_pInstance)
     {
-        notify->UnRegister(notify::chInspector, NotifyDelegate(this, &InspectorModel::OnInspect));
-        notify->UnRegister(notify::chProject, NotifyDelegate(this, &InspectorModel::OnProject));
-        notify->UnRegister(notify::chObject, NotifyDelegate(this, &InspectorModel::OnChange));
-        notify->UnRegister(k_workUnitChannel, NotifyDelegate(this, &InspectorModel::OnChange));
+        notify->UnRegister(notify::chInspector, NotifyDelegate(this, &PropertiesModel::OnInspect));
+        notify->UnRegister(notify::chProject, NotifyDelegate(this, &PropertiesModel::OnProject));
+        notify->UnRegister(notify::chObject, NotifyDelegate(this, &PropertiesModel::OnChange));
+        notify->UnRegister(k_workUnitChannel, NotifyDelegate(this, &PropertiesModel::OnChange));
     }
 }
 
-void InspectorModel::SetListener(void (*listener)(void*), void* context)
+void PropertiesModel::SetListener(void (*listener)(void*), void* context)
 {
     m_listener = listener;
     m_listenerContext = context;
 }
 
-void InspectorModel::Changed()
+void PropertiesModel::Changed()
 {
     m_stale = true;
     ++m_version;
@@ -59,7 +59,7 @@ void InspectorModel::Changed()
         m_listener(m_listenerContext);
 }
 
-void InspectorModel::Inspect(std::vector<IOrbObject*> const& objects)
+void PropertiesModel::Inspect(std::vector<IOrbObject*> const& objects)
 {
     m_objects.clear();
     for (IOrbObject* object : objects)
@@ -71,7 +71,7 @@ void InspectorModel::Inspect(std::vector<IOrbObject*> const& objects)
     Changed();
 }
 
-void InspectorModel::Clear()
+void PropertiesModel::Clear()
 {
     if (m_objects.empty())
         return;
@@ -79,7 +79,7 @@ void InspectorModel::Clear()
     Changed();
 }
 
-std::vector<ProjectObject*> InspectorModel::Objects() const
+std::vector<ProjectObject*> PropertiesModel::Objects() const
 {
     std::vector<ProjectObject*> objects;
     for (CSmartPtr<ProjectObject> const& object : m_objects)
@@ -87,7 +87,7 @@ std::vector<ProjectObject*> InspectorModel::Objects() const
     return objects;
 }
 
-bool InspectorModel::Shows(std::vector<IOrbObject*> const& objects) const
+bool PropertiesModel::Shows(std::vector<IOrbObject*> const& objects) const
 {
     std::vector<ProjectObject const*> wanted;
     for (IOrbObject* object : objects)
@@ -101,13 +101,13 @@ bool InspectorModel::Shows(std::vector<IOrbObject*> const& objects) const
     return wanted == shown;
 }
 
-void InspectorModel::OnInspect(CNotifyItemBase* item)
+void PropertiesModel::OnInspect(CNotifyItemBase* item)
 {
     if (auto* param = item ? dynamic_cast<notify::InspectParam*>(item->pData) : nullptr)
         Inspect(param->objects);
 }
 
-void InspectorModel::OnProject(CNotifyItemBase* item)
+void PropertiesModel::OnProject(CNotifyItemBase* item)
 {
     // The objects shown belong to the project going away, or to none of the one just opened.
     if (item && item->pData &&
@@ -119,7 +119,7 @@ void InspectorModel::OnProject(CNotifyItemBase* item)
     }
 }
 
-void InspectorModel::OnChange(CNotifyItemBase*)
+void PropertiesModel::OnChange(CNotifyItemBase*)
 {
     if (m_objects.empty())
         return;
@@ -128,68 +128,68 @@ void InspectorModel::OnChange(CNotifyItemBase*)
     Changed();
 }
 
-void InspectorModel::Rebuild()
+void PropertiesModel::Rebuild()
 {
     m_rows.clear();
     m_rowSources.clear();
     m_stale = false;
-    std::vector<InspectorRowSource> const& sources = InspectorRowSources();
+    std::vector<PropertyRowSource> const& sources = PropertyRowSources();
     const size_t count = m_objects.size();
     std::map<std::string, size_t> byKey;
     for (size_t source = 0; source < sources.size(); ++source)
         for (size_t index = 0; index < count; ++index)
         {
-            InspectorRowSink sink;
+            PropertyRowSink sink;
             sources[source].rows(*m_objects[index], sink);
-            for (InspectorEntry const& entry : sink.Entries())
+            for (PropertyEntry const& entry : sink.Entries())
             {
                 auto [found, added] = byKey.emplace(entry.key, m_rows.size());
                 if (added)
                 {
-                    InspectorRow row{entry.key, entry.label, std::vector<std::optional<std::wstring>>(count),
+                    PropertyRow row{entry.key, entry.label, std::vector<std::optional<std::wstring>>(count),
                                      entry.edit};
                     if (!sources[source].edit || (entry.singleObjectOnly && count > 1))
-                        row.edit = InspectorEdit::None;
+                        row.edit = PropertyEdit::None;
                     m_rows.push_back(std::move(row));
                     m_rowSources.push_back(source);
                 }
-                InspectorRow& row = m_rows[found->second];
+                PropertyRow& row = m_rows[found->second];
                 row.values[index] = entry.value;
                 if (entry.edit != row.edit)
-                    row.edit = InspectorEdit::None; // editable only where every object agrees
+                    row.edit = PropertyEdit::None; // editable only where every object agrees
             }
         }
     // An object without a row cannot take its value.
-    for (InspectorRow& row : m_rows)
+    for (PropertyRow& row : m_rows)
         if (std::any_of(row.values.begin(), row.values.end(), [](auto const& value) { return !value; }))
-            row.edit = InspectorEdit::None;
+            row.edit = PropertyEdit::None;
 }
 
-std::vector<InspectorRow> const& InspectorModel::Rows()
+std::vector<PropertyRow> const& PropertiesModel::Rows()
 {
     if (m_stale)
         Rebuild();
     return m_rows;
 }
 
-bool InspectorModel::Edit(std::string const& key, std::wstring const& value, std::wstring& why)
+bool PropertiesModel::Edit(std::string const& key, std::wstring const& value, std::wstring& why)
 {
     Rows();
     auto row =
-        std::find_if(m_rows.begin(), m_rows.end(), [&](InspectorRow const& r) { return r.key == key; });
+        std::find_if(m_rows.begin(), m_rows.end(), [&](PropertyRow const& r) { return r.key == key; });
     if (row == m_rows.end())
     {
         why = m_objects.empty() ? L"nothing is inspected" : L"the inspected objects have no such property";
         return false;
     }
-    if (row->edit == InspectorEdit::None)
+    if (row->edit == PropertyEdit::None)
     {
         why = row->label + (m_objects.size() > 1 ? L" cannot be changed for several objects at once"
                                                  : L" cannot be changed here");
         return false;
     }
-    const InspectorRowSource& source =
-        InspectorRowSources()[m_rowSources[static_cast<size_t>(row - m_rows.begin())]];
+    const PropertyRowSource& source =
+        PropertyRowSources()[m_rowSources[static_cast<size_t>(row - m_rows.begin())]];
     const std::wstring label = row->label;
     AutoComplexUndo undo(label.c_str(), false);
     return source.edit(key, Objects(), value, why);
@@ -206,12 +206,12 @@ std::wstring OneLine(std::wstring text)
 }
 } // namespace
 
-std::vector<std::wstring> InspectorModel::Lines()
+std::vector<std::wstring> PropertiesModel::Lines()
 {
     std::vector<std::wstring> lines;
     if (m_objects.empty())
         return {L"(nothing)"};
-    for (InspectorRow const& row : Rows())
+    for (PropertyRow const& row : Rows())
     {
         std::wstring line = row.label + L":";
         if (std::optional<std::wstring> common = row.Common())
@@ -222,7 +222,7 @@ std::vector<std::wstring> InspectorModel::Lines()
             for (size_t i = 0; i < row.values.size(); ++i)
                 line += (i == 0 ? L" " : L" | ") + OneLine(row.values[i].value_or(L"-"));
         }
-        if (row.edit != InspectorEdit::None)
+        if (row.edit != PropertyEdit::None)
             line += L"  [editable]";
         lines.push_back(std::move(line));
     }

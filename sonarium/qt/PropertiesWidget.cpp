@@ -1,9 +1,9 @@
-#include "sonarium/qt/InspectorWidget.h"
+#include "sonarium/qt/PropertiesWidget.h"
 
 #include "sonarium/core/nodes/ProjectNode.h"
 #include "sonarium/qt/QtText.h"
 #include "sonarium/qt/QtWindowSystemDriver.h"
-#include "sonarium/ui/inspector/InspectorModel.h"
+#include "sonarium/ui/properties/PropertiesModel.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -52,7 +52,7 @@ QString OneLine(QString text)
 }
 
 // Editors by the kind of row: names on a line, colours from the palette.
-class InspectorDelegate : public QStyledItemDelegate
+class PropertyDelegate : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -60,7 +60,7 @@ public:
     QWidget* createEditor(QWidget* parent, QStyleOptionViewItem const& option,
                           QModelIndex const& index) const override
     {
-        if (static_cast<InspectorEdit>(index.data(k_editRole).toInt()) != InspectorEdit::Colour)
+        if (static_cast<PropertyEdit>(index.data(k_editRole).toInt()) != PropertyEdit::Colour)
             return QStyledItemDelegate::createEditor(parent, option, index);
         auto* box = new QComboBox(parent);
         box->addItem(QObject::tr("inherited"), QStringLiteral("inherited"));
@@ -93,7 +93,7 @@ public:
 };
 } // namespace
 
-InspectorWidget::InspectorWidget(InspectorModel& model, QtWindowSystemDriver& driver, QWidget* parent)
+PropertiesWidget::PropertiesWidget(PropertiesModel& model, QtWindowSystemDriver& driver, QWidget* parent)
     : QWidget(parent), m_model(model), m_driver(driver)
 {
     auto* layout = new QVBoxLayout(this);
@@ -114,34 +114,34 @@ InspectorWidget::InspectorWidget(InspectorModel& model, QtWindowSystemDriver& dr
                              QAbstractItemView::SelectedClicked);
     m_table->setWordWrap(false);
     m_table->setTextElideMode(Qt::ElideMiddle);
-    auto* delegate = new InspectorDelegate(m_table);
+    auto* delegate = new PropertyDelegate(m_table);
     m_table->setItemDelegate(delegate);
     connect(delegate, &QAbstractItemDelegate::closeEditor, this, [this] { OnModelChanged(this); });
     m_table->horizontalHeader()->setStretchLastSection(true);
     layout->addWidget(m_table, 1);
-    connect(m_table, &QTableWidget::itemChanged, this, &InspectorWidget::OnItemChanged);
-    connect(m_table, &QTableWidget::cellActivated, this, &InspectorWidget::OnCellActivated);
-    connect(m_table, &QTableWidget::cellDoubleClicked, this, &InspectorWidget::OnCellActivated);
-    m_model.SetListener(&InspectorWidget::OnModelChanged, this);
+    connect(m_table, &QTableWidget::itemChanged, this, &PropertiesWidget::OnItemChanged);
+    connect(m_table, &QTableWidget::cellActivated, this, &PropertiesWidget::OnCellActivated);
+    connect(m_table, &QTableWidget::cellDoubleClicked, this, &PropertiesWidget::OnCellActivated);
+    m_model.SetListener(&PropertiesWidget::OnModelChanged, this);
     Refresh();
 }
 
-InspectorWidget::~InspectorWidget()
+PropertiesWidget::~PropertiesWidget()
 {
     m_model.SetListener(nullptr, nullptr);
 }
 
-void InspectorWidget::OnModelChanged(void* context)
+void PropertiesWidget::OnModelChanged(void* context)
 {
     // Changes arrive in the middle of the host's work: the table follows afterwards.
-    auto* widget = static_cast<InspectorWidget*>(context);
+    auto* widget = static_cast<PropertiesWidget*>(context);
     if (widget->m_refreshQueued)
         return;
     widget->m_refreshQueued = true;
-    QMetaObject::invokeMethod(widget, &InspectorWidget::Refresh, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(widget, &PropertiesWidget::Refresh, Qt::QueuedConnection);
 }
 
-void InspectorWidget::Refresh()
+void PropertiesWidget::Refresh()
 {
     m_refreshQueued = false;
     // An editor open in a cell lives in the viewport; refilling would take it away.
@@ -151,7 +151,7 @@ void InspectorWidget::Refresh()
 
     m_filling = true;
     const std::vector<ProjectObject*> objects = m_model.Objects();
-    std::vector<InspectorRow> const& rows = m_model.Rows();
+    std::vector<PropertyRow> const& rows = m_model.Rows();
     const int count = static_cast<int>(objects.size());
     const int own = count > 1 && count <= k_sideBySide ? count : 0;
     QStringList headers{tr("Property"), count > 1 ? tr("All %1").arg(count) : tr("Value")};
@@ -163,7 +163,7 @@ void InspectorWidget::Refresh()
     m_table->setRowCount(static_cast<int>(rows.size()));
     for (int r = 0; r < static_cast<int>(rows.size()); ++r)
     {
-        InspectorRow const& row = rows[static_cast<size_t>(r)];
+        PropertyRow const& row = rows[static_cast<size_t>(r)];
         auto* label = new QTableWidgetItem(ToQt(row.label));
         label->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
         m_table->setItem(r, 0, label);
@@ -175,10 +175,10 @@ void InspectorWidget::Refresh()
         shared->setToolTip(shared->text());
         if (!common)
             shared->setForeground(palette().color(QPalette::Disabled, QPalette::Text));
-        if (row.edit == InspectorEdit::Colour && common)
+        if (row.edit == PropertyEdit::Colour && common)
             shared->setIcon(ColourIcon(shared->text()));
         // Notes open a text box of their own; names and colours are edited in place.
-        const bool inPlace = row.edit == InspectorEdit::Text || row.edit == InspectorEdit::Colour;
+        const bool inPlace = row.edit == PropertyEdit::Text || row.edit == PropertyEdit::Colour;
         shared->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable |
                          (inPlace ? Qt::ItemIsEditable : Qt::NoItemFlags));
         m_table->setItem(r, 1, shared);
@@ -198,7 +198,7 @@ void InspectorWidget::Refresh()
     m_filling = false;
 }
 
-bool InspectorWidget::Apply(QString const& key, QString const& value)
+bool PropertiesWidget::Apply(QString const& key, QString const& value)
 {
     std::wstring why;
     const bool done = m_model.Edit(key.toStdString(), FromQt(value), why);
@@ -209,7 +209,7 @@ bool InspectorWidget::Apply(QString const& key, QString const& value)
     return done;
 }
 
-void InspectorWidget::OnItemChanged(QTableWidgetItem* item)
+void PropertiesWidget::OnItemChanged(QTableWidgetItem* item)
 {
     if (m_filling || item->column() != 1)
         return;
@@ -220,11 +220,11 @@ void InspectorWidget::OnItemChanged(QTableWidgetItem* item)
         this, [this, key, value] { Apply(key, value); }, Qt::QueuedConnection);
 }
 
-void InspectorWidget::OnCellActivated(int row, int column)
+void PropertiesWidget::OnCellActivated(int row, int column)
 {
     QTableWidgetItem* item = m_table->item(row, 1);
     if (column != 1 || !item ||
-        static_cast<InspectorEdit>(item->data(k_editRole).toInt()) != InspectorEdit::Notes)
+        static_cast<PropertyEdit>(item->data(k_editRole).toInt()) != PropertyEdit::Notes)
         return;
     bool accepted = false;
     const QString notes = QInputDialog::getMultiLineText(this, tr("Notes"), m_table->item(row, 0)->text(),

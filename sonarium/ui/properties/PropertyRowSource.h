@@ -5,8 +5,8 @@
 //
 //     namespace
 //     {
-//     void Rows(sn::ProjectObject const& object, sn::InspectorRowSink& rows) { ... }
-//     [[maybe_unused]] const bool registered = sn::RegisterInspectorRowSource({300, &Rows, nullptr});
+//     void Rows(sn::ProjectObject const& object, sn::PropertyRowSink& rows) { ... }
+//     [[maybe_unused]] const bool registered = sn::RegisterPropertyRowSource({300, &Rows, nullptr});
 //     }
 //
 // so that a new kind of row (plug-ins, sources, actions...) is one new file under rows/.
@@ -19,7 +19,7 @@
 
 namespace sn
 {
-enum class InspectorEdit
+enum class PropertyEdit
 {
     None,
     Text,   // one line
@@ -28,36 +28,36 @@ enum class InspectorEdit
 };
 
 // One row as one object shows it.
-struct InspectorEntry
+struct PropertyEntry
 {
     std::string key;    // stable and unique among all sources: what scripts name ("name")
     std::wstring label; // what the user reads ("Name")
     std::wstring value;
-    InspectorEdit edit = InspectorEdit::None;
+    PropertyEdit edit = PropertyEdit::None;
     // Editable only while a single object is inspected (a name belongs to one object).
     bool singleObjectOnly = false;
 };
 
-class InspectorRowSink
+class PropertyRowSink
 {
 public:
     void Add(std::string key, std::wstring label, std::wstring value,
-             InspectorEdit edit = InspectorEdit::None, bool singleObjectOnly = false)
+             PropertyEdit edit = PropertyEdit::None, bool singleObjectOnly = false)
     {
         m_entries.push_back({std::move(key), std::move(label), std::move(value), edit, singleObjectOnly});
     }
-    std::vector<InspectorEntry> const& Entries() const { return m_entries; }
+    std::vector<PropertyEntry> const& Entries() const { return m_entries; }
 
 private:
-    std::vector<InspectorEntry> m_entries;
+    std::vector<PropertyEntry> m_entries;
 };
 
-struct InspectorRowSource
+struct PropertyRowSource
 {
     // Sources show their rows in ascending order (100 identity, 200 work unit, 300 appearance,
     // 400 inclusion; leave gaps).
     int order = 0;
-    std::function<void(ProjectObject const& object, InspectorRowSink& rows)> rows;
+    std::function<void(ProjectObject const& object, PropertyRowSink& rows)> rows;
     // Sets one of the source's editable rows on every object, as one undoable change. False,
     // with the reason in `why`, when the value is refused; null for a read-only source.
     std::function<bool(std::string const& key, std::vector<ProjectObject*> const& objects,
@@ -66,7 +66,7 @@ struct InspectorRowSource
 };
 
 // Always true, so that a source file can register from a static initialiser.
-bool RegisterInspectorRowSource(InspectorRowSource source);
+bool RegisterPropertyRowSource(PropertyRowSource source);
 // Every source, in order.
-std::vector<InspectorRowSource> const& InspectorRowSources();
+std::vector<PropertyRowSource> const& PropertyRowSources();
 } // namespace sn

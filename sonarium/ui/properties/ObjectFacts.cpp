@@ -1,4 +1,4 @@
-#include "sonarium/ui/inspector/ObjectFacts.h"
+#include "sonarium/ui/properties/ObjectFacts.h"
 
 #include "host/AudioSourcesHelpers.h"
 #include "host/Utf8.h"
