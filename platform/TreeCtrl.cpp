@@ -216,13 +216,14 @@ BOOL CTreeCtrl::DeleteItem(HTREEITEM item)
     if (item == TVI_ROOT || item == nullptr)
     {
         SettleRetired();
-        m_changed.clear();
-        m_changedAll = false;
         if (!m_redraw && m_building == 0 && KeepsRetiredItems())
         {
             RetireRoots();
             return TRUE;
         }
+        // Nothing is kept: what changed since the last rebuild no longer matters.
+        m_changed.clear();
+        m_changedAll = false;
         std::vector<uint32_t> roots;
         for (uint32_t root = m_firstRoot; root != NoIndex; root = At(root).next)
             roots.push_back(root);

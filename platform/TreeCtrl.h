@@ -263,7 +263,8 @@ private:
     // Items changed since they were built, for the next retirement; too many means all.
     std::vector<uint32_t> m_changed;
     bool m_changedAll = false;
-    // Retired items that may not be taken back: the changed ones and their ancestors.
+    // Retired items that may not be taken back: the changed ones, their ancestors, and those that
+    // gave up a child.
     std::unordered_set<uint32_t> m_blocked;
     bool m_blockedAll = false;
 };

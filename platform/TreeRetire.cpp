@@ -106,7 +106,11 @@ bool CTreeCtrl::AdoptRetired(HTREEITEM item, LPARAM data, HTREEITEM parent, HTRE
         afterIndex = static_cast<uint32_t>(sibling - m_items.data());
     }
 
-    // Out of the retired tree (its counts no longer matter), into the shown one.
+    // Out of the retired tree, into the shown one. The retired ancestors it leaves lose a child
+    // and their counts: they can no longer be taken back whole.
+    for (uint32_t at = found->parent; at != NoIndex && m_blocked.insert(at).second; at = At(at).parent)
+    {
+    }
     Unlink(index);
     if (found->retired)
     {

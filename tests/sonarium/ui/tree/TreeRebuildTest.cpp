@@ -121,6 +121,16 @@ TEST_F(TreeRebuildTest, UnchangedSubtreesKeepTheirItemsAndChangedOnesAreBuiltAga
     EXPECT_FALSE(m_tree.IsItemValid(shotgun));
     Rebuild(m_tree, m_roots);
     EXPECT_EQ(gunsAgain, Item(kUnit + L"/Weapons/Guns"));
+
+    // A label changed in the control alone, its node unchanged: the item is built again from the
+    // node, its siblings kept.
+    HTREEITEM car = Item(kUnit + L"/Vehicles/Car");
+    HTREEITEM truck = Item(kUnit + L"/Vehicles/Truck");
+    m_tree.SetItemText(car, L"Scribble");
+    Rebuild(m_tree, m_roots);
+    EXPECT_FALSE(m_tree.IsItemValid(car));
+    EXPECT_TRUE(Item(kUnit + L"/Vehicles/Car"));
+    EXPECT_EQ(truck, Item(kUnit + L"/Vehicles/Truck"));
 }
 
 TEST_F(TreeRebuildTest, RetiredItemsAreInvisibleAndTheFocusAndEditedItemAreNotKept)
