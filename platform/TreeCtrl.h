@@ -103,7 +103,7 @@ public:
     // client's left edge into the rows, kept between 0 and the rows' width beyond the client.
     int GetScrollX() const;
     void ScrollToX(int x);
-    // The width the rows need: the right end of the widest label shown.
+    // The width the rows in view need: the right end of the widest label among them.
     int GetRowsWidth() const;
     BOOL SelectSetFirstVisible(HTREEITEM item);
     // Expands the ancestors and scrolls as little as needed.
@@ -236,6 +236,8 @@ private:
     int m_scrollRow = 0;
     int m_scrollX = 0;
     mutable int m_rowsWidth = -1; // -1: to be measured again
+    mutable int m_rowsWidthRow = 0;   // the first row and the count of rows it was measured over
+    mutable int m_rowsWidthCount = 0;
     int m_itemHeight = DefaultItemHeight;
     int m_indent = DefaultIndent;
     int m_stateIconWidth = 0;

@@ -197,13 +197,19 @@ void CTreeCtrl::ScrollToRow(int row)
 
 int CTreeCtrl::GetRowsWidth() const
 {
+    // Only the rows in view are measured, as the user sees them: measuring every shown row would
+    // cost a million labels after each edit of a fully expanded project.
     SettleRows();
-    if (m_rowsWidth < 0)
+    const int visible = static_cast<int>(GetVisibleCount());
+    if (m_rowsWidth < 0 || m_rowsWidthRow != m_scrollRow || m_rowsWidthCount != visible)
     {
         m_rowsWidth = 0;
-        for (uint32_t index = m_firstRoot; index != NoIndex; index = NextShown(index))
+        m_rowsWidthRow = m_scrollRow;
+        m_rowsWidthCount = visible;
+        const int last = std::min(GetRowCount(), m_scrollRow + visible);
+        for (int row = m_scrollRow; row < last; ++row)
         {
-            const HTREEITEM item = HandleOf(index);
+            const HTREEITEM item = GetRowItem(row);
             m_rowsWidth = std::max(m_rowsWidth, LabelLeft(GetItemDepth(item)) + MeasureText(GetItemText(item)) +
                                                     2 * LabelPadding);
         }

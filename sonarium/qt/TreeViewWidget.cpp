@@ -188,9 +188,12 @@ void TreeViewWidget::wheelEvent(QWheelEvent* event)
     const int delta = event->angleDelta().y();
     if (delta != 0)
         Act([&] { m_tree.Wheel(delta); });
-    // A sideways wheel or touchpad swipe moves a level of indentation per notch.
-    if (const int across = event->angleDelta().x(); across != 0)
-        Act([&] { m_tree.ScrollToX(m_tree.GetScrollX() - across * m_tree.GetIndent() / 120); });
+    // A touchpad swipe moves by the pixels it reports; a sideways wheel a level of indentation
+    // per notch.
+    const int across = event->pixelDelta().isNull() ? event->angleDelta().x() * m_tree.GetIndent() / 120
+                                                    : event->pixelDelta().x();
+    if (across != 0)
+        Act([&] { m_tree.ScrollToX(m_tree.GetScrollX() - across); });
     event->accept();
 }
 

@@ -103,6 +103,31 @@ TEST_F(TreeTest, RowsWiderThanTheControlScrollSidewaysAndHitTestingFollows)
     EXPECT_EQ(m_tree.GetRow(unit).label.left, before.label.left);
 }
 
+TEST_F(TreeTest, TheSidewaysRangeFollowsTheRowsInView)
+{
+    Open(kProject);
+    InsertRoot(OrbObjectCategories::AudioObjects);
+    HTREEITEM unit = Item(kUnit);
+    m_tree.Click(ButtonOf(unit), 0);
+    HTREEITEM weapons = Item(kUnit + L"/Weapons");
+    m_tree.Click(ButtonOf(weapons), 0);
+    ASSERT_GT(m_tree.GetRowCount(), Rows);
+    m_tree.SetTextMeasure([](std::wstring const& text) { return text == L"Crossbow" ? 1000 : 10; });
+    const int narrow = m_tree.GetRowsWidth();
+    EXPECT_LT(narrow, 1000) << "the wide row is below the view";
+
+    HTREEITEM crossbow = Item(kUnit + L"/Weapons/Crossbow");
+    m_tree.EnsureVisible(crossbow);
+    const int wide = m_tree.GetRowsWidth();
+    EXPECT_EQ(wide, m_tree.GetRow(crossbow).label.left + 1000 + 2 * CTreeCtrl::LabelPadding);
+    m_tree.ScrollToX(100000);
+    EXPECT_EQ(m_tree.GetScrollX(), wide - Width);
+
+    m_tree.DeleteItem(crossbow);
+    EXPECT_LT(m_tree.GetRowsWidth(), 1000) << "an edit measures the rows in view again";
+    EXPECT_EQ(m_tree.GetScrollX(), 0);
+}
+
 TEST_F(TreeTest, ItemsFollowExpansionAndARebuildRestoresMarksAndTheTopRow)
 {
     Open(kProject);
