@@ -5,6 +5,7 @@
 #include "bench/compare/CompareTable.h"
 #include "bench/compare/SideBySide.h"
 
+#include "platform/WindowSystem.h"
 #include "sonarium/core/model/ProjectEdit.h"
 
 #include <QApplication>
@@ -134,6 +135,60 @@ void ExplorerRefresh(benchmark::State& state, bool all)
         benchmark::Counter(rows, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
+// The refresh that keeps nothing: expanding everything from the roots builds every row afresh.
+// Only the refresh and the paint are timed; the marks are set, and reset after, untimed.
+void ExplorerExpandAll(benchmark::State& state)
+{
+    SideBySide& side = Project(static_cast<size_t>(state.range(0)), true);
+    auto mark = [&side](bool all)
+    {
+        for (PMTreeNode* root : side.Explorer().View().RootTreeNodes())
+        {
+            root->SetExpandedForAllChildren(all);
+            root->IsExpanded(true);
+        }
+    };
+    for (auto _ : state)
+    {
+        state.PauseTiming();
+        mark(false);
+        side.Explorer().View().NotifyRefreshTree(DlgProjectExplorer::RefreshAll);
+        WindowSystem::Get().RunUntilIdle();
+        mark(true);
+        state.ResumeTiming();
+        side.Explorer().View().NotifyRefreshTree(DlgProjectExplorer::RefreshChildrenAdded |
+                                                 DlgProjectExplorer::RefreshChildrenRemoved);
+        side.PaintExplorer();
+    }
+    const auto rows = static_cast<double>(side.Explorer().Tree().GetCount());
+    state.counters["rows"] = rows;
+    state.counters["ns_per_row"] =
+        benchmark::Counter(rows, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    // Back to the view the other benchmarks expect.
+    side.ShowAll(true);
+}
+
+// The same on the stock side: expandAll from the roots, then a paint.
+void QtExpandAll(benchmark::State& state)
+{
+    SideBySide& side = Project(static_cast<size_t>(state.range(0)), true);
+    QTreeView& view = side.QtView();
+    for (auto _ : state)
+    {
+        state.PauseTiming();
+        view.collapseAll();
+        for (int row = 0; row < side.QtModel().rowCount(); ++row)
+            view.expand(side.QtModel().index(row, 0));
+        QCoreApplication::processEvents();
+        side.PaintQt();
+        state.ResumeTiming();
+        view.expandAll();
+        QCoreApplication::processEvents();
+        side.PaintQt();
+    }
+    side.ShowAll(true);
+}
+
 int64_t IterationsFor(size_t objects)
 {
     return objects >= 1'000'000 ? 3 : objects >= 100'000 ? 10 : 30;
@@ -163,6 +218,13 @@ void Register()
                 ->Arg(static_cast<int64_t>(objects))
                 ->Unit(benchmark::kMillisecond)
                 ->Iterations(IterationsFor(objects));
+            if (all)
+                for (bool qt : {true, false})
+                    benchmark::RegisterBenchmark(ExpandAllName(qt ? Side::Qt : Side::Explorer).c_str(),
+                                                 qt ? QtExpandAll : ExplorerExpandAll)
+                        ->Arg(static_cast<int64_t>(objects))
+                        ->Unit(benchmark::kMillisecond)
+                        ->Iterations(IterationsFor(objects));
         }
     }
 }

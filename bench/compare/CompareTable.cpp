@@ -36,6 +36,11 @@ std::string RefreshName(bool all)
     return std::string("Explorer/refresh/") + Shown(all);
 }
 
+std::string ExpandAllName(Side side)
+{
+    return std::string(side == Side::Qt ? "Qt" : "Explorer") + "/expand_all";
+}
+
 void CollectingReporter::ReportRuns(const std::vector<Run>& runs)
 {
     for (const Run& run : runs)
@@ -58,6 +63,14 @@ void CollectingReporter::ReportRuns(const std::vector<Run>& runs)
     ConsoleReporter::ReportRuns(runs);
 }
 
+void CollectingReporter::PrintPair(const char* edit, const char* shown, size_t objects, const Result* qt,
+                                   const Result* explorer)
+{
+    std::printf("%-8s %-13s %10zu %12.3f %15.3f %8.1fx\n", edit, shown, objects, qt ? qt->milliseconds : 0.0,
+                explorer ? explorer->milliseconds : 0.0,
+                qt && explorer && explorer->milliseconds > 0 ? qt->milliseconds / explorer->milliseconds : 0.0);
+}
+
 void CollectingReporter::PrintTable() const
 {
     auto find = [this](const std::string& name, size_t objects) -> const Result*
@@ -78,19 +91,26 @@ void CollectingReporter::PrintTable() const
                 const Result* explorer = find(EditName(Side::Explorer, edit, all), objects);
                 if (!qt && !explorer)
                     continue;
-                std::printf("%-8s %-13s %10zu %12.3f %15.3f %8.1fx\n", EditText(edit), Shown(all), objects,
-                            qt ? qt->milliseconds : 0.0, explorer ? explorer->milliseconds : 0.0,
-                            qt && explorer && explorer->milliseconds > 0 ? qt->milliseconds / explorer->milliseconds
-                                                                         : 0.0);
+                PrintPair(EditText(edit), Shown(all), objects, qt, explorer);
             }
+    for (size_t objects : k_sizes)
+    {
+        const Result* qt = find(ExpandAllName(Side::Qt), objects);
+        const Result* explorer = find(ExpandAllName(Side::Explorer), objects);
+        if (qt || explorer)
+            PrintPair("expand", "from_roots", objects, qt, explorer);
+    }
     std::printf("\n%-32s %10s %12s %10s %12s\n", "explorer", "objects", "CPU ms", "rows", "ns per row");
-    for (bool all : {true, false})
+    auto printRefresh = [&find](const std::string& name, const char* title)
+    {
         for (size_t objects : k_sizes)
-            if (const Result* refresh = find(RefreshName(all), objects))
-                std::printf("%-32s %10zu %12.3f %10.0f %12.1f\n",
-                            all ? "structural refresh, all expanded" : "refresh, roots only after all",
-                            objects, refresh->milliseconds, refresh->counters.at("rows"),
-                            refresh->counters.at("ns_per_row") * 1e9);
+            if (const Result* refresh = find(name, objects))
+                std::printf("%-32s %10zu %12.3f %10.0f %12.1f\n", title, objects, refresh->milliseconds,
+                            refresh->counters.at("rows"), refresh->counters.at("ns_per_row") * 1e9);
+    };
+    printRefresh(RefreshName(true), "structural refresh, all expanded");
+    printRefresh(ExpandAllName(Side::Explorer), "expand all, every row built");
+    printRefresh(RefreshName(false), "refresh, roots only after all");
     for (size_t objects : k_sizes)
         if (const Result* open = find("Explorer/open_from_disk", objects))
             std::printf("%-32s %10zu %12.1f %23.0f bytes per object at peak\n", "open from disk (sonarium --script)",

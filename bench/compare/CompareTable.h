@@ -27,6 +27,7 @@ inline constexpr std::array<Edit, 4> k_edits{Edit::Add, Edit::Delete, Edit::Rena
 
 std::string EditName(Side side, Edit edit, bool all);
 std::string RefreshName(bool all);
+std::string ExpandAllName(Side side);
 // Opening a generated project from disk with the application's script driver.
 void RegisterOpenBenchmarks();
 
@@ -42,6 +43,9 @@ private:
         double milliseconds = 0;
         std::map<std::string, double> counters;
     };
+    // One line of the table: both sides and their ratio.
+    static void PrintPair(const char* edit, const char* shown, size_t objects, const Result* qt,
+                          const Result* explorer);
     // By name without the arguments, then by object count.
     std::map<std::string, std::map<size_t, Result>> m_results;
 };
