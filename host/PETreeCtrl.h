@@ -99,6 +99,8 @@ private:
         static bool IsEmpty(const IndexEntry& entry) { return entry.item == nullptr; }
     };
     GuidTable<IndexEntry, IndexTraits> m_index;
+    // The count of node icon changes when every item's icon was last read from its node.
+    uint64_t m_iconsReadAt = 0;
     // Overlays asked of the nodes, until ClearOverlayIcons.
     mutable std::unordered_map<HTREEITEM, int> m_overlays;
     int m_overlayClears = 0;

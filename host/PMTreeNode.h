@@ -160,6 +160,9 @@ public:
     // children, an icon, whether there are children, the expanded and selected marks), on the
     // host's change clock. A node that keeps no such record answers the newest time there is.
     virtual uint32_t ShownChangeStamp() const { return UINT32_MAX; }
+    // How many times any node's icon has changed: while the count stands, an item's icon read
+    // from its node is still the node's.
+    static uint64_t IconChanges() { return s_iconChanges; }
 
 protected:
     // Until a derived node sets its rules, the node may hold nothing and do nothing.
@@ -179,6 +182,9 @@ protected:
     }
     // Marks the node changed now; false when it was already, and so were its ancestors.
     virtual bool MarkShownChange() { return false; }
+    // A node whose icon can change says so when it does.
+    static void NoteIconChange() { ++s_iconChanges; }
+    static inline uint64_t s_iconChanges = 0;
 
     PMTreeNode* m_parent;
     const KindRules* m_rules;

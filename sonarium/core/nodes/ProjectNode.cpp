@@ -210,7 +210,10 @@ void ProjectNode::ReadVisuals()
         }
     }
     if (GetIconType() != icon)
+    {
         NoteShownChange();
+        NoteIconChange();
+    }
 }
 
 int ProjectNode::GetOverlayIcon() const

@@ -146,6 +146,11 @@ BOOL PETreeCtrl::EnsureVisible(HTREEITEM& item)
 
 void PETreeCtrl::SetAllItemImage()
 {
+    // Items read their icon when inserted: unless a node's icon changed since the last walk,
+    // every item shows its node's already, and a million items need not be visited.
+    if (m_iconsReadAt == PMTreeNode::IconChanges())
+        return;
+    m_iconsReadAt = PMTreeNode::IconChanges();
     // One repaint for the whole walk, not one per item.
     RedrawSuspension quiet(*this);
     for (HTREEITEM root = GetRootItem(); root; root = GetNextSiblingItem(root))
