@@ -1,6 +1,7 @@
 #include "sonarium/core/model/ModelNotify.h"
 
 #include "sonarium/core/model/CurrentState.h"
+#include "sonarium/core/model/ProjectObject.h"
 
 #include <map>
 
@@ -92,7 +93,12 @@ void About(ROString const& channel, ROString const& event, IOrbObject* object)
 {
     // An inclusion reaches every row below the object, which no change stamp of theirs records.
     if (event == evInclusionChanged || event == evLanguageInclusionChanged)
-        ShownStateChanged();
+    {
+        if (const auto* changed = dynamic_cast<const ProjectObject*>(object))
+            InclusionChanged(changed);
+        else
+            ShownStateChanged();
+    }
     if (!INotifyMgr::m_pInstance)
         return;
     if (auto& held = HeldChanges(); !held.empty())

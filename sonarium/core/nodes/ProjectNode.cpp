@@ -276,8 +276,8 @@ void ProjectNode::RefreshSubtree(bool force, unsigned long flags, uint32_t readi
 {
     // A subtree in which nothing changed since it was read has nothing new to show in names or
     // children: only a refresh of every row's visuals or inclusion has to visit it, or a change
-    // of what rows show that no object's stamp records (a platform switched, an inclusion changed
-    // above the node while it had no row to be told through).
+    // of what rows show that no object's stamp records (a platform switched). An inclusion
+    // changed on the node's own object stamps it: its subtree is read again from here.
     const bool outOfDate = IsOutOfDate();
     const bool stale = m_shownAt != ShownStateGeneration();
     if (!outOfDate && !stale && !(flags & (4 | 8)))
@@ -291,6 +291,8 @@ void ProjectNode::RefreshSubtree(bool force, unsigned long flags, uint32_t readi
         ReadInclusion();
     if (stale)
         m_shownAt = ShownStateGeneration();
+    else if (const uint32_t included = outOfDate ? InclusionChangedAt(m_model) : 0; included >= m_readAt && included != 0)
+        ReadSubtreeState(); // the rows below have no stamp of it
     if ((flags & 3) && outOfDate)
         SyncChildren(force, flags, reading);
     else
@@ -299,6 +301,22 @@ void ProjectNode::RefreshSubtree(bool force, unsigned long flags, uint32_t readi
     // Names and children below are now those of the project, as of the reading.
     if ((flags & 3) && (force || (flags & 4)))
         m_readAt = reading;
+}
+
+void ProjectNode::ReadSubtreeState()
+{
+    // Depth-first over the nodes read so far, shown or not: what a row shows of inclusion
+    // comes from its ancestors too.
+    std::vector<ProjectNode*> pending{this};
+    while (!pending.empty())
+    {
+        ProjectNode* node = pending.back();
+        pending.pop_back();
+        node->ReadVisuals();
+        node->ReadInclusion();
+        for (PMTreeNode* child : node->m_children)
+            pending.push_back(static_cast<ProjectNode*>(child));
+    }
 }
 
 void ProjectNode::SyncChildren(bool force, unsigned long flags, uint32_t reading)

@@ -49,6 +49,8 @@ protected:
 private:
     void ReadVisuals();
     void ReadInclusion();
+    // Visuals and inclusion of every node read below, this one included.
+    void ReadSubtreeState();
     // Refresh below the first node: every node of one refresh shares its reading of the clock.
     void RefreshSubtree(bool force, unsigned long flags, uint32_t reading);
     // Brings the read children in line with the project, keeping the nodes that remain.
