@@ -7,66 +7,60 @@
 
 #include "sonarium/core/model/NodeRules.h"
 
+#include <optional>
+#include <vector>
+
 namespace
 {
 const PMTreeNode::KindRules kNoRules;
 using GuidSet = PMTreeNode::GuidSet;
 
-// The GUIDs of the objects between node and each object of ids that lies below it.
-GuidSet PathsBelow(PMTreeNode const& node, GuidSet const& ids)
+// The GUIDs of the objects between node and the object of id, from the top down; nothing when
+// the object does not lie below node.
+std::optional<std::vector<GUID>> PathBelow(PMTreeNode const& node, GUID const& id)
 {
-    GuidSet paths;
     std::vector<GUID> chain;
-    for (GUID const& id : ids)
+    CSmartPtr<IOrbObject> at;
+    at.Attach(priv::LookupOrbObject(id));
+    while (at)
     {
-        chain.clear();
-        CSmartPtr<IOrbObject> at;
-        at.Attach(priv::LookupOrbObject(id));
-        while (at)
-        {
-            CSmartPtr<IOrbObject> parent;
-            parent.Attach(at->GetParentObject());
-            if (!parent)
-                break;
-            if (*parent->GetGUID() == node.ID())
-            {
-                paths.insert(chain.begin(), chain.end());
-                break;
-            }
-            chain.push_back(*parent->GetGUID());
-            at = parent;
-        }
+        CSmartPtr<IOrbObject> parent;
+        parent.Attach(at->GetParentObject());
+        if (!parent)
+            break;
+        if (*parent->GetGUID() == node.ID())
+            return std::vector<GUID>(chain.rbegin(), chain.rend());
+        chain.push_back(*parent->GetGUID());
+        at = parent;
     }
-    return paths;
+    return std::nullopt;
 }
 
-struct Marks
-{
-    GuidSet const& expanded;
-    GuidSet const& selected;
-    GuidSet const& open; // on the way to a selected node
-    GuidSet reach;       // on the way to an expanded one
-};
-
-// found counts the nodes of expanded that were marked.
-void MarkChildren(PMTreeNode& node, Marks const& marks, size_t& found)
+PMTreeNode* ChildWithID(PMTreeNode& node, GUID const& id)
 {
     for (PMTreeNode* child : node.Children())
+        if (child->ID() == id)
+            return child;
+    return nullptr;
+}
+
+// The node of the object of id below node, reached down the path of its parents, opening each
+// node on the way when asked; null when the object is not below node or has no node.
+PMTreeNode* Descend(PMTreeNode& node, GUID const& id, bool openPath)
+{
+    const std::optional<std::vector<GUID>> path = PathBelow(node, id);
+    if (!path)
+        return nullptr;
+    PMTreeNode* at = &node;
+    for (GUID const& step : *path)
     {
-        const GUID& id = child->ID();
-        if (marks.expanded.count(id))
-        {
-            child->IsExpanded(true);
-            ++found;
-        }
-        if (marks.open.count(id))
-            child->IsExpanded(true);
-        if (marks.selected.count(id))
-            child->IsSelected(true);
-        // Only the paths named are read: the sets name paths, not the whole project.
-        if (child->IsExpanded() || marks.reach.count(id))
-            MarkChildren(*child, marks, found);
+        at = ChildWithID(*at, step);
+        if (!at)
+            return nullptr;
+        if (openPath)
+            at->IsExpanded(true);
     }
+    return ChildWithID(*at, id);
 }
 } // namespace
 
@@ -188,15 +182,14 @@ void PMTreeNode::ExpandAndSelectChildrenNode(GuidSet const& expanded, GuidSet co
 {
     // Selected objects are revealed: every node on the way down to them opens. Expanded marks go
     // where they are named, reached through collapsed nodes without opening those, so that a
-    // node left open inside a closed one is open again when the closed one opens. Most named
-    // nodes lie below open ones: paths are looked up only for those the open ones did not reach.
-    const GuidSet open = PathsBelow(*this, selected);
-    size_t found = 0;
-    MarkChildren(*this, {expanded, selected, open, {}}, found);
-    if (found == expanded.size())
-        return;
-    if (GuidSet reach = PathsBelow(*this, expanded); !reach.empty())
-        MarkChildren(*this, {expanded, selected, open, std::move(reach)}, found);
+    // node left open inside a closed one is open again when the closed one opens. Each named
+    // node is reached down its own path: the cost is the paths', not the tree's.
+    for (GUID const& id : selected)
+        if (PMTreeNode* node = Descend(*this, id, true))
+            node->IsSelected(true);
+    for (GUID const& id : expanded)
+        if (PMTreeNode* node = Descend(*this, id, false))
+            node->IsExpanded(true);
 }
 
 bool PMTreeNode::IsAllChildren(std::vector<PMTreeNode*> const& nodes) const
