@@ -6,6 +6,7 @@
 #include "bench/compare/SideBySide.h"
 
 #include "platform/WindowSystem.h"
+#include "sonarium/core/model/CurrentState.h"
 #include "sonarium/core/model/ProjectEdit.h"
 
 #include <QApplication>
@@ -40,8 +41,26 @@ const CStdStr<wchar_t> k_renamed = L"Bench_Renamed";
 void ExplorerEdit(benchmark::State& state, Edit edit, bool all)
 {
     SideBySide& side = Project(static_cast<size_t>(state.range(0)), all);
+    PETreeCtrl& tree = side.Explorer().Tree();
     for (auto _ : state)
     {
+        if (edit == Edit::Paste)
+        {
+            // The user copied the sound and clicked the container: not timed.
+            state.PauseTiming();
+            auto click = [&tree](const sn::ProjectObject* object)
+            {
+                tree.SelectAll(false);
+                HTREEITEM row = tree.GetItemWithGUID(object->Id(), TVI_ROOT);
+                tree.EnsureVisible(row);
+                tree.SelectItem(row);
+                WindowSystem::Get().RunUntilIdle();
+            };
+            click(side.Leaf());
+            side.Explorer().View().SendMessage(WM_COPY, 0, 0);
+            click(side.Container());
+            state.ResumeTiming();
+        }
         bool done = false;
         switch (edit)
         {
@@ -57,6 +76,18 @@ void ExplorerEdit(benchmark::State& state, Edit edit, bool all)
         case Edit::Move:
             done = sn::ProjectEdit::Move(side.Leaf(), side.Container());
             break;
+        case Edit::Paste:
+        {
+            const size_t before = side.Container()->Children().size();
+            side.Explorer().View().SendMessage(WM_PASTE, 0, 0);
+            WindowSystem::Get().RunUntilIdle();
+            done = side.Container()->Children().size() == before + 1;
+            break;
+        }
+        case Edit::Include:
+            sn::ProjectEdit::SetIncluded(side.Leaf(), sn::CurrentPlatform(), false);
+            done = !side.Leaf()->GetIncluded(sn::CurrentPlatform());
+            break;
         }
         side.PaintExplorer();
         state.PauseTiming();
@@ -66,6 +97,9 @@ void ExplorerEdit(benchmark::State& state, Edit edit, bool all)
         state.ResumeTiming();
     }
     state.counters["rows"] = static_cast<double>(side.Explorer().Tree().GetRowCount());
+    // A paste reveals what it pasted: the roots alone again for what follows.
+    if (edit == Edit::Paste && !all)
+        side.ShowAll(false);
 }
 
 void QtEdit(benchmark::State& state, Edit edit, bool all)
@@ -95,13 +129,24 @@ void QtEdit(benchmark::State& state, Edit edit, bool all)
             moved = parent->takeRow(row);
             container->appendRow(moved);
             break;
+        case Edit::Paste:
+            container->appendRow(parent->child(row)->clone());
+            break;
+        case Edit::Include:
+            // What an excluded row shows: its text greyed.
+            parent->child(row)->setForeground(QBrush(Qt::gray));
+            break;
         }
         side.PaintQt();
         state.PauseTiming();
         switch (edit)
         {
         case Edit::Add:
+        case Edit::Paste:
             container->removeRow(container->rowCount() - 1);
+            break;
+        case Edit::Include:
+            parent->child(row)->setData(QVariant(), Qt::ForegroundRole);
             break;
         case Edit::Delete:
             parent->insertRow(row, new QStandardItem(name));

@@ -16,6 +16,10 @@ const char* EditText(Edit edit)
         return "rename";
     case Edit::Move:
         return "move";
+    case Edit::Paste:
+        return "paste";
+    case Edit::Include:
+        return "include";
     }
     return "";
 }

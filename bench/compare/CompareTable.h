@@ -14,7 +14,9 @@ enum class Edit
     Add,
     Delete,
     Rename,
-    Move
+    Move,
+    Paste,  // a copy of the sound, pasted into the container by the explorer's own command
+    Include // the sound excluded from the current platform
 };
 enum class Side
 {
@@ -23,7 +25,7 @@ enum class Side
 };
 
 inline constexpr std::array<size_t, 3> k_sizes{10'000, 100'000, 1'000'000};
-inline constexpr std::array<Edit, 4> k_edits{Edit::Add, Edit::Delete, Edit::Rename, Edit::Move};
+inline constexpr std::array<Edit, 6> k_edits{Edit::Add, Edit::Delete, Edit::Rename, Edit::Move, Edit::Paste, Edit::Include};
 
 std::string EditName(Side side, Edit edit, bool all);
 std::string RefreshName(bool all);
