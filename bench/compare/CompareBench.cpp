@@ -41,19 +41,16 @@ const CStdStr<wchar_t> k_renamed = L"Bench_Renamed";
 void ExplorerEdit(benchmark::State& state, Edit edit, bool all)
 {
     SideBySide& side = Project(static_cast<size_t>(state.range(0)), all);
-    PETreeCtrl& tree = side.Explorer().Tree();
     for (auto _ : state)
     {
         if (edit == Edit::Paste)
         {
             // The user copied the sound and clicked the container: not timed.
             state.PauseTiming();
-            auto click = [&tree](const sn::ProjectObject* object)
+            auto click = [&side](sn::ProjectObject* object)
             {
-                tree.SelectAll(false);
-                HTREEITEM row = tree.GetItemWithGUID(object->Id(), TVI_ROOT);
-                tree.EnsureVisible(row);
-                tree.SelectItem(row);
+                // Revealed and selected, as a find does; with only the roots shown it opens the path.
+                side.Explorer().View().FindOrbObject(object);
                 WindowSystem::Get().RunUntilIdle();
             };
             click(side.Leaf());
@@ -92,7 +89,10 @@ void ExplorerEdit(benchmark::State& state, Edit edit, bool all)
         side.PaintExplorer();
         state.PauseTiming();
         if (!done)
+        {
             state.SkipWithError("the edit was refused");
+            break;
+        }
         side.UndoExplorer();
         state.ResumeTiming();
     }
@@ -163,6 +163,21 @@ void QtEdit(benchmark::State& state, Edit edit, bool all)
     }
 }
 
+void RefreshStructure(SideBySide& side)
+{
+    side.Explorer().View().NotifyRefreshTree(DlgProjectExplorer::RefreshChildrenAdded |
+                                             DlgProjectExplorer::RefreshChildrenRemoved);
+}
+
+// The rows the explorer shows, and the time per row of one iteration.
+void CountRows(benchmark::State& state, SideBySide& side)
+{
+    const auto rows = static_cast<double>(side.Explorer().Tree().GetCount());
+    state.counters["rows"] = rows;
+    state.counters["ns_per_row"] =
+        benchmark::Counter(rows, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
 // A structural refresh of what is shown: per shown row with everything expanded, and with only
 // the roots shown after everything was expanded once.
 void ExplorerRefresh(benchmark::State& state, bool all)
@@ -170,14 +185,10 @@ void ExplorerRefresh(benchmark::State& state, bool all)
     SideBySide& side = Project(static_cast<size_t>(state.range(0)), all);
     for (auto _ : state)
     {
-        side.Explorer().View().NotifyRefreshTree(DlgProjectExplorer::RefreshChildrenAdded |
-                                                 DlgProjectExplorer::RefreshChildrenRemoved);
+        RefreshStructure(side);
         side.PaintExplorer();
     }
-    const auto rows = static_cast<double>(side.Explorer().Tree().GetCount());
-    state.counters["rows"] = rows;
-    state.counters["ns_per_row"] =
-        benchmark::Counter(rows, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    CountRows(state, side);
 }
 
 // The refresh that keeps nothing: expanding everything from the roots builds every row afresh.
@@ -185,30 +196,18 @@ void ExplorerRefresh(benchmark::State& state, bool all)
 void ExplorerExpandAll(benchmark::State& state)
 {
     SideBySide& side = Project(static_cast<size_t>(state.range(0)), true);
-    auto mark = [&side](bool all)
-    {
-        for (PMTreeNode* root : side.Explorer().View().RootTreeNodes())
-        {
-            root->SetExpandedForAllChildren(all);
-            root->IsExpanded(true);
-        }
-    };
     for (auto _ : state)
     {
         state.PauseTiming();
-        mark(false);
+        side.MarkAll(false);
         side.Explorer().View().NotifyRefreshTree(DlgProjectExplorer::RefreshAll);
         WindowSystem::Get().RunUntilIdle();
-        mark(true);
+        side.MarkAll(true);
         state.ResumeTiming();
-        side.Explorer().View().NotifyRefreshTree(DlgProjectExplorer::RefreshChildrenAdded |
-                                                 DlgProjectExplorer::RefreshChildrenRemoved);
+        RefreshStructure(side);
         side.PaintExplorer();
     }
-    const auto rows = static_cast<double>(side.Explorer().Tree().GetCount());
-    state.counters["rows"] = rows;
-    state.counters["ns_per_row"] =
-        benchmark::Counter(rows, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    CountRows(state, side);
     // Back to the view the other benchmarks expect.
     side.ShowAll(true);
 }

@@ -131,11 +131,7 @@ void SideBySide::ShowAll(bool all)
 {
     m_all = all;
     // The explorer: the marks in the nodes, then one refresh.
-    for (PMTreeNode* root : m_explorer.View().RootTreeNodes())
-    {
-        root->SetExpandedForAllChildren(all);
-        root->IsExpanded(true);
-    }
+    MarkAll(all);
     m_explorer.View().NotifyRefreshTree(DlgProjectExplorer::RefreshAll);
     if (all)
         m_qtView->expandAll();
@@ -166,6 +162,15 @@ void SideBySide::ShowAll(bool all)
     QCoreApplication::processEvents();
     PaintExplorer();
     PaintQt();
+}
+
+void SideBySide::MarkAll(bool all)
+{
+    for (PMTreeNode* root : m_explorer.View().RootTreeNodes())
+    {
+        root->SetExpandedForAllChildren(all);
+        root->IsExpanded(true);
+    }
 }
 
 void SideBySide::PaintExplorer()

@@ -28,6 +28,8 @@ public:
 
     // Everything expanded, or only the category roots (after everything was expanded once).
     void ShowAll(bool all);
+    // Only the explorer's expanded marks, every node's below the roots, with no refresh.
+    void MarkAll(bool all);
     bool ShowsAll() const { return m_all; }
 
     BenchHost& Explorer() { return m_explorer; }
