@@ -274,13 +274,14 @@ void ProjectNode::Refresh(bool force, unsigned long flags)
 
 void ProjectNode::RefreshSubtree(bool force, unsigned long flags, uint32_t reading)
 {
-    // A subtree in which nothing changed since it was read has nothing new to show in names or
-    // children: only a refresh of every row's visuals or inclusion has to visit it, or a change
-    // of what rows show that no object's stamp records (a platform switched). An inclusion
-    // changed on the node's own object stamps it: its subtree is read again from here.
+    // A subtree in which nothing changed since it was read has nothing new to show: what a node
+    // shows (name, unsaved and loaded marks, language) is stamped on its object when it changes.
+    // Only a refresh of every row's inclusion has to visit it, or a change of what rows show that
+    // no object's stamp records (a platform or language switched). An inclusion changed on the
+    // node's own object stamps it: its subtree is read again from here.
     const bool outOfDate = IsOutOfDate();
     const bool stale = m_shownAt != ShownStateGeneration();
-    if (!outOfDate && !stale && !(flags & (4 | 8)))
+    if (!outOfDate && !stale && !(flags & 8))
         return;
     // A forced refresh re-reads what the node shows too: names changed while the views were
     // locked are otherwise only applied by the visual bit, and the view may keep fewer bits than

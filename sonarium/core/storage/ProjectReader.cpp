@@ -392,6 +392,7 @@ bool LoadWorkUnit(Project& project, WorkUnitObject* unit, StorageProblems& probl
     if (!ReadWorkUnitFile(project, *unit, path, problems))
     {
         state.broken.insert(unit->Id());
+        unit->RawSetLoaded(false); // stamps the unit: its row now says it is unreadable
         return false;
     }
     state.broken.erase(unit->Id());
