@@ -391,10 +391,10 @@ std::string JsonTape::Value::dump() const
     return std::string(m_tape->m_bytes.substr(NodeAt().begin, NodeAt().length));
 }
 
-JsonTape::Value JsonTape::Value::Find(std::string_view key) const
+std::optional<JsonTape::Value> JsonTape::Value::Find(std::string_view key) const
 {
     if (!is_object())
-        return Value(m_tape, 0);
+        return std::nullopt;
     for (Iterator it = begin(); it != end(); ++it)
     {
         const Value name = *it;
@@ -402,6 +402,6 @@ JsonTape::Value JsonTape::Value::Find(std::string_view key) const
         if (name.Text() == key)
             return *it;
     }
-    return Value(m_tape, 0);
+    return std::nullopt;
 }
 } // namespace sn::storage

@@ -52,8 +52,7 @@ const Json* FindMember(const Json& object, const char* key)
 
 std::optional<JsonValue> FindMember(const JsonValue& object, const char* key)
 {
-    const JsonValue found = object.Find(key);
-    return object.contains(key) ? std::optional<JsonValue>(found) : std::nullopt;
+    return object.Find(key);
 }
 
 std::string_view TextOf(const Json& value)
@@ -155,12 +154,12 @@ void ReadInclusion(const JsonValue& inclusion, ProjectObject& object)
     object.RawSetInclusionLinked(linked.Boolean());
     Require(included.is_boolean(), "included", "true or false");
     object.m_includedEverywhere = included.Boolean();
-    if (!inclusion.contains("platforms"))
+    const std::optional<JsonValue> platforms = inclusion.Find("platforms");
+    if (!platforms)
         return;
-    const JsonValue platforms = inclusion["platforms"];
-    Require(platforms.is_object(), "platforms", "an object");
+    Require(platforms->is_object(), "platforms", "an object");
     ProjectObject::PlatformInclusion includedOn;
-    platforms.ForEachMember(
+    platforms->ForEachMember(
         [&](std::string_view text, const JsonValue& value)
         {
             const std::optional<GUID> platform = GuidText::FromString(text);
@@ -179,9 +178,9 @@ std::string Describe(const ProjectObject& object)
 
 void ReadOptional(const JsonValue& item, ProjectObject& object, std::vector<std::string>& fixed)
 {
-    if (item.contains("color"))
+    if (const std::optional<JsonValue> found = item.Find("color"))
     {
-        const JsonValue color = item["color"];
+        const JsonValue color = *found;
         Require(color.is_number_integer(), "color", "an integer");
         const bool inRange = color.is_number_unsigned() ? color.UnsignedValue() < ProjectObject::kColorCount
                                                         : color.IntegerValue() >= -1;
@@ -191,22 +190,21 @@ void ReadOptional(const JsonValue& item, ProjectObject& object, std::vector<std:
             fixed.push_back("colour " + color.dump() + " of " + Describe(object) + " is not one of the palette's (-1 to " +
                             std::to_string(ProjectObject::kColorCount - 1) + "): set to -1, the parent's colour");
     }
-    if (item.contains("flags"))
+    if (const std::optional<JsonValue> found = item.Find("flags"))
     {
-        const JsonValue flags = item["flags"];
+        const JsonValue flags = *found;
         Require(flags.is_number_unsigned(), "flags", "a non-negative integer");
         if (flags.UnsignedValue() <= std::numeric_limits<unsigned int>::max())
             object.RawSetFlags(static_cast<unsigned int>(flags.UnsignedValue()));
         else
             fixed.push_back("flags " + flags.dump() + " of " + Describe(object) + " do not fit in 32 bits: set to 0");
     }
-    if (item.contains("inclusion"))
-        ReadInclusion(item["inclusion"], object);
-    if (item.contains("properties"))
+    if (const std::optional<JsonValue> inclusion = item.Find("inclusion"))
+        ReadInclusion(*inclusion, object);
+    if (const std::optional<JsonValue> properties = item.Find("properties"))
     {
-        const JsonValue properties = item["properties"];
-        Require(properties.is_object(), "properties", "an object");
-        properties.ForEachMember(
+        Require(properties->is_object(), "properties", "an object");
+        properties->ForEachMember(
             [&](std::string_view key, const JsonValue& value)
             {
                 Require(value.is_string(), key, "a string");
@@ -407,8 +405,11 @@ void ReadChildren(const JsonValue& items, ProjectObject* parent, GuidSet& ids, s
             project, type, CheckedNameOf(name, type, parent, [&] { return GuidText::ToString(id); }, fixed), id);
         parent->RawInsertChild(parent->Children().size(), object);
         ReadOptional(item, *object, fixed);
-        if (item.contains("children"))
-            ReadChildren(ArrayMember(item, "children"), object, ids, fixed);
+        if (const std::optional<JsonValue> children = item.Find("children"))
+        {
+            Require(children->is_array(), "children", "an array");
+            ReadChildren(*children, object, ids, fixed);
+        }
     }
 }
 } // namespace sn::storage
