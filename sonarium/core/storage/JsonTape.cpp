@@ -1,5 +1,6 @@
 #include "sonarium/core/storage/JsonTape.h"
 
+#include "host/Guid.h"
 #include "host/Utf8.h"
 
 #include <limits>
@@ -16,17 +17,6 @@ bool IsBlank(char c)
 bool IsDigit(char c)
 {
     return c >= '0' && c <= '9';
-}
-
-int HexValue(char c)
-{
-    if (IsDigit(c))
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
 }
 
 void AppendUtf8(std::string& out, uint32_t c)
@@ -255,7 +245,7 @@ private:
         int value = 0;
         for (int i = 0; i < 4; ++i)
         {
-            const int digit = HexValue(m_bytes[m_pos++]);
+            const int digit = GuidText::HexDigitValue(m_bytes[m_pos++]);
             if (digit < 0)
                 return -1;
             value = value * 16 + digit;
