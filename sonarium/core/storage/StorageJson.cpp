@@ -272,9 +272,9 @@ std::string MakeValidUtf8(std::string& bytes)
     // Files are nearly always valid: checked in one pass before anything is converted.
     if (Utf8::IsValid(bytes))
         return {};
+    // Not valid: the first byte that is not part of a character reads as U+FFFD, so the
+    // conversion differs there.
     std::string valid = Utf8::FromWide(Utf8::ToWide(bytes));
-    if (valid == bytes)
-        return {};
     const size_t first = static_cast<size_t>(
         std::mismatch(bytes.begin(), bytes.end(), valid.begin(), valid.end()).first - bytes.begin());
     const auto [line, column] = LineAndColumn(bytes, first);
