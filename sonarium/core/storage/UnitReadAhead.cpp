@@ -17,7 +17,7 @@ size_t ReaderCount(size_t units)
 } // namespace
 
 UnitReadAhead::UnitReadAhead(std::vector<std::filesystem::path> paths, UnitTextReader read)
-    : m_paths(std::move(paths)), m_read(read), m_window(2 * ReaderCount(m_paths.size()) + 2), m_done(m_paths.size())
+    : m_paths(std::move(paths)), m_read(read), m_window(4 * ReaderCount(m_paths.size()) + 4), m_done(m_paths.size())
 {
     const size_t readers = ReaderCount(m_paths.size());
     try
@@ -27,7 +27,7 @@ UnitReadAhead::UnitReadAhead(std::vector<std::filesystem::path> paths, UnitTextR
     }
     catch (const std::system_error&)
     {
-        // No thread to be had: the readers started read on, and Take reads the rest itself.
+        // No thread to be had: the readers started read on, and Take reads what they leave.
     }
 }
 
@@ -82,15 +82,18 @@ std::unique_ptr<UnitText> UnitReadAhead::Take(size_t index)
     std::unique_ptr<UnitText> text;
     {
         std::unique_lock lock(m_mutex);
-        if (m_readers.empty() && index >= m_next)
+        m_taken = index + 1;
+        // No reader has come to it (none started, or they are not given the processor): the caller
+        // reads it rather than wait.
+        if (index >= m_next)
         {
             m_next = index + 1;
             lock.unlock();
+            m_changed.notify_all();
             return ReadNow(m_paths[index], m_read);
         }
         m_changed.wait(lock, [&] { return m_done[index] != nullptr; });
         text = std::move(m_done[index]);
-        m_taken = index + 1;
     }
     m_changed.notify_all();
     return text;
