@@ -115,7 +115,9 @@ TEST(ManyUnits, BadFilesAreSaidInTheUnitsOrderAndOnlyTheyOpenEmpty)
         EXPECT_EQ(unit->IsLoaded(), !broken) << file;
         EXPECT_EQ(unit->IsDirty(), file == files[6]) << file;
         if (broken)
+        {
             EXPECT_TRUE(unit->Children().empty()) << file;
+        }
     }
     const std::vector<size_t>& counts = generated->counts;
     EXPECT_EQ(opened.project->ObjectCount(), generated->objects - counts[3] - counts[9] - counts[12]);
