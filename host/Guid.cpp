@@ -41,16 +41,11 @@ constexpr std::array<int8_t, 256> kHexDigits = []
     }
     return digits;
 }();
-
-int HexDigit(char c)
-{
-    return kHexDigits[static_cast<unsigned char>(c)];
-}
 } // namespace
 
 int HexDigitValue(char c)
 {
-    return HexDigit(c);
+    return kHexDigits[static_cast<unsigned char>(c)];
 }
 
 std::optional<GUID> FromString(std::string_view text)
@@ -66,8 +61,8 @@ std::optional<GUID> FromString(std::string_view text)
     {
         if (i == 8 || i == 13 || i == 18 || i == 23)
             continue;
-        const int hi = HexDigit(text[i]);
-        const int lo = HexDigit(text[++i]);
+        const int hi = kHexDigits[static_cast<unsigned char>(text[i])];
+        const int lo = kHexDigits[static_cast<unsigned char>(text[++i])];
         if (hi < 0 || lo < 0)
             return std::nullopt;
         bytes[n++] = static_cast<uint8_t>(hi << 4 | lo);

@@ -1,7 +1,9 @@
 #include "host/StdStr.h"
 
+#include <cctype>
 #include <cstdio>
 #include <cwchar>
+#include <cwctype>
 #include <locale>
 #include <vector>
 
@@ -48,8 +50,10 @@ int PrintInto(char* buffer, size_t size, const char* format, va_list args)
 std::wstring LibcFormat(const wchar_t* format) { return ToLibcFormat(format); }
 std::string LibcFormat(const char* format) { return format; }
 
-bool IsBlank(wchar_t c) { return std::isspace(c, std::locale()); }
-bool IsBlank(char c) { return std::isspace(c, std::locale()); }
+// The C library's classification: the global locale, once set by name, is the C library's too,
+// and asking it costs no copy of the locale per character.
+bool IsSpace(wchar_t c) { return std::iswspace(static_cast<wint_t>(c)) != 0; }
+bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 
 template <typename CT>
 CT AsciiLower(CT c)
@@ -63,6 +67,12 @@ const CT* CStdStr<CT>::Empty()
 {
     static const CT empty[1] = {};
     return empty;
+}
+
+template <typename CT>
+bool CStdStr<CT>::IsBlank(CT c)
+{
+    return IsSpace(c);
 }
 
 template <typename CT>

@@ -22,7 +22,8 @@ public:
     bool IsEmpty() const { return this->empty(); }
     int GetLength() const { return static_cast<int>(this->size()); }
 
-    // Blanks are those of the current global locale.
+    // Whether c is a blank of the current global locale: what Trim takes away.
+    static bool IsBlank(CT c);
     CStdStr& Trim() { return TrimRight().TrimLeft(); }
     CStdStr& TrimLeft();
     CStdStr& TrimRight();

@@ -1,5 +1,6 @@
 #include "host/Utf8.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -7,9 +8,17 @@ namespace Utf8
 {
 std::string FromWide(std::wstring_view text)
 {
-    std::string out;
+    // Names are mostly ASCII: their leading ASCII part is copied without growing the string per
+    // character.
+    size_t ascii = 0;
+    while (ascii < text.size() && static_cast<char32_t>(text[ascii]) < 0x80)
+        ++ascii;
+    std::string out(ascii, '\0');
+    std::copy(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(ascii), out.begin());
+    if (ascii == text.size())
+        return out;
     out.reserve(text.size());
-    for (wchar_t wc : text)
+    for (wchar_t wc : text.substr(ascii))
     {
         auto c = static_cast<char32_t>(wc);
         if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF))
@@ -62,9 +71,14 @@ int Decode(std::string_view text, size_t i, char32_t& c)
 
 std::wstring ToWide(std::string_view text)
 {
-    std::wstring out;
-    out.reserve(text.size());
     size_t i = 0;
+    while (i < text.size() && static_cast<unsigned char>(text[i]) < 0x80)
+        ++i;
+    std::wstring out(i, L'\0');
+    std::copy(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(i), out.begin());
+    if (i == text.size())
+        return out;
+    out.reserve(text.size());
     while (i < text.size())
     {
         char32_t c = 0;

@@ -117,6 +117,7 @@ void CollectingReporter::PrintTable() const
     printRefresh(RefreshName(false), "refresh, roots only after all");
     for (size_t objects : k_sizes)
         if (const Result* open = find("Explorer/open_from_disk", objects))
-            std::printf("%-32s %10zu %12.1f %23.0f bytes per object at peak\n", "open from disk (sonarium --script)",
-                        objects, open->milliseconds, open->counters.at("peak_bytes_per_object"));
+            std::printf("%-32s %10zu %12.1f wall, %.0f bytes per object at peak, %.0f ms of processor time\n",
+                        "open from disk (sonarium --script)", objects, open->milliseconds,
+                        open->counters.at("peak_bytes_per_object"), open->counters.at("processor_ms"));
 }

@@ -227,7 +227,11 @@ int main(int argc, char** argv)
     // so that what they print is stable.
     LayOutDefaultPanes(session);
     if (!arguments.script.empty())
-        return RunScript(session, arguments.script);
+    {
+        const int status = RunScript(session, arguments.script);
+        session.GetHost().LeaveProjectToExit();
+        return status;
+    }
     std::wcout << L"No display: the explorer panes follow as text, and the window is rendered offscreen.\n";
     PrintTrees(session);
     std::wcout.flush();

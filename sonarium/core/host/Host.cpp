@@ -99,6 +99,13 @@ void Host::DropProject()
     m_sourceControl.Clear();
     if (m_project)
         ForgetStorageState(*m_project);
+    if (m_leaveProjectToExit && m_project)
+    {
+        // Never freed, and so never destroyed at exit either; reachable for leak checkers.
+        static auto* s_leftToExit = new std::vector<Project*>();
+        s_leftToExit->push_back(m_project.release());
+        return;
+    }
     m_project.reset();
 }
 

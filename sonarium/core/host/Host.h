@@ -61,6 +61,10 @@ public:
     void SetProject(std::unique_ptr<Project> project, bool created = false);
     // "Pre_Close", then the project goes away, then "Post_Close".
     void CloseProject();
+    // For a process about to end: the host's end still closes the project (its folder's lock is
+    // released, storage forgets it) but leaves its objects allocated, still reachable, for the
+    // system to take back whole rather than freeing a large project object by object.
+    void LeaveProjectToExit() { m_leaveProjectToExit = true; }
 
     bool IsInPlayback() const { return m_playback; }
     // Starts or stops playback: "EditingManager"/"PlaybackStarted" or "PlaybackStopped", since
@@ -98,6 +102,7 @@ private:
     PluginRegistry m_plugins;
     std::unique_ptr<PresetManagerImpl> m_presetManager;
     std::unique_ptr<Project> m_project;
+    bool m_leaveProjectToExit = false;
     SourceControlStatus m_sourceControl;
     WritableFiles m_files{m_undo};
     bool m_playback = false;

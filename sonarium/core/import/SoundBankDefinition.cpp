@@ -30,11 +30,6 @@ std::wstring Trimmed(std::wstring text)
     return trimmed;
 }
 
-bool IsValidUtf8(const std::string& bytes)
-{
-    return Utf8::FromWide(Utf8::ToWide(bytes)) == bytes;
-}
-
 // Every SoundBank of the category, by name, whatever its case.
 void CollectBanks(ProjectObject* object, std::map<CStdStr<wchar_t>, ProjectObject*, NoCaseStringComp>& banks)
 {
@@ -100,7 +95,7 @@ Definition ParseDefinition(const std::string& bytes)
         start = end + 1;
         if (!raw.empty() && raw.back() == '\r')
             raw.pop_back();
-        if (!IsValidUtf8(raw))
+        if (!Utf8::IsValid(raw))
         {
             definition.problems.push_back(LineProblem{number, Text(L"the line is not valid UTF-8 text")});
             continue;

@@ -15,7 +15,7 @@ struct TypeInfo
 {
     NodeType type;
     OrbObjectType object;
-    const char* key;
+    std::string_view key; // of a literal: its length is known, and data() ends with a zero
     const wchar_t* name;
     Category home;
     // Capability bits: delete, include, move, new child, new parent, colour, rename, new event,
@@ -240,7 +240,7 @@ const wchar_t* CategoryName(Category category)
 
 const char* NodeTypeKey(NodeType type)
 {
-    return type >= 0 && type < static_cast<int>(kTypes.size()) ? kTypes[static_cast<size_t>(type)].key : "";
+    return type >= 0 && type < static_cast<int>(kTypes.size()) ? kTypes[static_cast<size_t>(type)].key.data() : "";
 }
 
 bool ParseNodeType(std::string_view key, NodeType& type)

@@ -51,23 +51,25 @@ ProjectObject* Project::Find(GUID const& id) const
 
 void Project::Index(ProjectObject* object)
 {
-    object->Attach(this);
-    m_index.Insert(object);
-    m_references.AddObject(object);
-    m_names.Enter(object);
-    for (const CSmartPtr<ProjectObject>& child : object->Children())
-        Index(child.Get());
+    Enter(object, true);
 }
 
 ProjectObject* Project::IndexNew(ProjectObject* object)
 {
-    if (!m_index.InsertNew(object))
+    return Enter(object, false);
+}
+
+ProjectObject* Project::Enter(ProjectObject* object, bool replace)
+{
+    if (replace)
+        m_index.Insert(object);
+    else if (!m_index.InsertNew(object))
         return object;
     object->Attach(this);
     m_references.AddObject(object);
     m_names.Enter(object);
     for (const CSmartPtr<ProjectObject>& child : object->Children())
-        if (ProjectObject* taken = IndexNew(child.Get()))
+        if (ProjectObject* taken = Enter(child.Get(), replace))
             return taken;
     return nullptr;
 }

@@ -83,6 +83,10 @@ public:
     const std::vector<CSmartPtr<ProjectObject>>& Presets() const { return m_presets; }
 
 private:
+    // Indexes object and its subtree in tree order. Without replace, stops at the first object
+    // whose GUID the project holds and returns it.
+    ProjectObject* Enter(ProjectObject* object, bool replace);
+
     struct IndexTraits
     {
         static GUID const& Key(const ProjectObject* object) { return object->Id(); }

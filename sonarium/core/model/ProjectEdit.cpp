@@ -285,8 +285,8 @@ static bool MoveAs(ProjectObject* object, ProjectObject* parent, size_t index, c
     // the clipboard or the undo history may still hold, would come back unindexed.
     if (!object || !object->IsInProject() || !parent || !parent->IsInProject())
         return false;
-    ProjectObject* from = object ? object->Parent() : nullptr;
-    if (!from || !parent || parent == object || object->IsAncestorOf(parent) || !CanHold(parent, object->GetNodeType()))
+    ProjectObject* from = object->Parent();
+    if (!from || parent == object || object->IsAncestorOf(parent) || !CanHold(parent, object->GetNodeType()))
         return false;
     if (parent != from && !IsValidName(object, object->GetNodeType(), parent, name))
         return false;
@@ -318,14 +318,15 @@ static bool MoveAs(ProjectObject* object, ProjectObject* parent, size_t index, c
 
 bool Move(ProjectObject* object, ProjectObject* parent, size_t index)
 {
-    return MoveAs(object, parent, index, object ? object->GetName() : CStdStr<wchar_t>());
+    return object && MoveAs(object, parent, index, object->GetName());
 }
 
 bool MoveUnderFreeName(ProjectObject* object, ProjectObject* parent, size_t index)
 {
-    if (!object || !parent || object->Parent() == parent)
-        return Move(object, parent, index);
-    return MoveAs(object, parent, index, UniqueChildName(parent, object->GetName()));
+    if (!object || !parent)
+        return false;
+    const bool elsewhere = object->Parent() != parent;
+    return MoveAs(object, parent, index, elsewhere ? UniqueChildName(parent, object->GetName()) : object->GetName());
 }
 
 ProjectObject* Copy(ProjectObject* source, ProjectObject* parent, size_t index)

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <locale>
 
 namespace sn::naming
 {
@@ -56,16 +55,12 @@ bool IsTaken(const std::string& utf8, const ProjectObject* parent, const Project
     return false;
 }
 
-bool IsBlank(wchar_t c)
-{
-    return std::isspace(c, std::locale()); // as CStdStr trims
-}
-
 // Whether Trimmed would change name, asked without copying it: names are checked by the million
 // when a large project opens.
 bool NeedsTrimming(const std::wstring& name, bool fileName)
 {
-    return !name.empty() && (IsBlank(name.front()) || IsBlank(name.back()) || (fileName && name.back() == L'.'));
+    using Text = CStdStr<wchar_t>;
+    return !name.empty() && (Text::IsBlank(name.front()) || Text::IsBlank(name.back()) || (fileName && name.back() == L'.'));
 }
 
 std::wstring Trimmed(std::wstring name, bool fileName)
@@ -91,7 +86,7 @@ Result Check(OrbObjectType type, const std::wstring& name, const ProjectObject* 
              bool checkSiblings)
 {
     const bool fileName = IsFileName(type);
-    if (std::all_of(name.begin(), name.end(), IsBlank))
+    if (std::all_of(name.begin(), name.end(), CStdStr<wchar_t>::IsBlank))
         return ObjectName::NameEmpty;
     if (name.size() > kMaxLength)
         return ObjectName::NameTooLong;

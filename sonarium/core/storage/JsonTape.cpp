@@ -1,8 +1,11 @@
 #include "sonarium/core/storage/JsonTape.h"
 
+#include "host/Guid.h"
 #include "host/Utf8.h"
 
 #include <limits>
+#include <optional>
+#include <unordered_set>
 
 namespace sn::storage
 {
@@ -16,17 +19,6 @@ bool IsBlank(char c)
 bool IsDigit(char c)
 {
     return c >= '0' && c <= '9';
-}
-
-int HexValue(char c)
-{
-    if (IsDigit(c))
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
 }
 
 void AppendUtf8(std::string& out, uint32_t c)
@@ -48,6 +40,20 @@ uint64_t DigitsValue(std::string_view digits)
 // A recursive descent over the bytes; recursion is bounded by the depth limit.
 class JsonTape::Reader
 {
+    // Keys as nodes of the tape: their text is read where it lies, the pool may still grow.
+    struct KeyHash
+    {
+        const JsonTape* tape;
+        size_t operator()(uint32_t key) const { return std::hash<std::string_view>{}(Value(tape, key).Text()); }
+    };
+    struct KeyEqual
+    {
+        const JsonTape* tape;
+        bool operator()(uint32_t a, uint32_t b) const { return Value(tape, a).Text() == Value(tape, b).Text(); }
+    };
+    using KeySet = std::unordered_set<uint32_t, KeyHash, KeyEqual>;
+    static constexpr uint32_t kFewMembers = 32;
+
 public:
     Reader(JsonTape& tape, size_t maxDepth) : m_tape(tape), m_bytes(tape.m_bytes), m_maxDepth(maxDepth) {}
 
@@ -132,12 +138,13 @@ private:
         ++m_pos;
         SkipBlanks();
         uint32_t count = 0;
+        std::optional<KeySet> keys; // of a large object
         if (At(close))
             ++m_pos;
         else
             for (;;)
             {
-                if ((kind == Object && !ReadKey(self)) || !ReadValue(depth))
+                if ((kind == Object && !ReadKey(self, count, keys)) || !ReadValue(depth))
                     return false;
                 ++count;
                 SkipBlanks();
@@ -155,9 +162,10 @@ private:
         return true;
     }
 
-    bool ReadKey(uint32_t object)
+    // count is the object's members before this one.
+    bool ReadKey(uint32_t object, uint32_t count, std::optional<KeySet>& keys)
     {
-        if (!At('"') || !ReadString() || IsRepeatedKey(object))
+        if (!At('"') || !ReadString() || IsRepeatedKey(object, count, keys))
             return false;
         SkipBlanks();
         if (!At(':'))
@@ -168,16 +176,26 @@ private:
     }
 
     // The general parser keeps a repeated key's last value at its first place: left to it.
-    bool IsRepeatedKey(uint32_t object) const
+    // Objects with a few members compare the new key with each earlier one; larger ones keep a
+    // hashed set of their keys, so that no file makes reading quadratic.
+    bool IsRepeatedKey(uint32_t object, uint32_t count, std::optional<KeySet>& keys) const
     {
         const auto last = static_cast<uint32_t>(m_tape.m_nodes.size() - 1);
+        if (count > kFewMembers)
+            return !keys->insert(last).second;
+        if (count == kFewMembers)
+            keys.emplace(2 * kFewMembers, KeyHash{&m_tape}, KeyEqual{&m_tape});
         const Value key(&m_tape, last);
         for (uint32_t index = object + 1; index < last;)
         {
             if (Value(&m_tape, index).Text() == key.Text())
                 return true;
+            if (keys)
+                keys->insert(index);
             index = m_tape.m_nodes[m_tape.m_nodes[index].next].next; // past the key, then its value
         }
+        if (keys)
+            keys->insert(last);
         return false;
     }
 
@@ -255,7 +273,7 @@ private:
         int value = 0;
         for (int i = 0; i < 4; ++i)
         {
-            const int digit = HexValue(m_bytes[m_pos++]);
+            const int digit = GuidText::HexDigitValue(m_bytes[m_pos++]);
             if (digit < 0)
                 return -1;
             value = value * 16 + digit;
@@ -391,10 +409,10 @@ std::string JsonTape::Value::dump() const
     return std::string(m_tape->m_bytes.substr(NodeAt().begin, NodeAt().length));
 }
 
-JsonTape::Value JsonTape::Value::Find(std::string_view key) const
+std::optional<JsonTape::Value> JsonTape::Value::Find(std::string_view key) const
 {
     if (!is_object())
-        return Value(m_tape, 0);
+        return std::nullopt;
     for (Iterator it = begin(); it != end(); ++it)
     {
         const Value name = *it;
@@ -402,6 +420,6 @@ JsonTape::Value JsonTape::Value::Find(std::string_view key) const
         if (name.Text() == key)
             return *it;
     }
-    return Value(m_tape, 0);
+    return std::nullopt;
 }
 } // namespace sn::storage

@@ -8,6 +8,7 @@
 // Parse return false, and the caller asks the general parser, which says what is wrong.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -76,10 +77,9 @@ public:
     // An integer as the general parser writes it out again.
     std::string dump() const;
 
-    bool contains(std::string_view key) const { return Find(key).m_index != 0; }
-    // The member named key of an object; Value with no node (index 0 is the root) when there is none.
-    Value Find(std::string_view key) const;
-    Value operator[](std::string_view key) const { return Find(key); }
+    // The member named key of an object; none when there is no such member or this is no object.
+    std::optional<Value> Find(std::string_view key) const;
+    bool contains(std::string_view key) const { return Find(key).has_value(); }
 
     // Elements of an array, or alternately keys and values of an object.
     class Iterator

@@ -11,6 +11,7 @@
 #include "sonarium/core/storage/SaveJournal.h"
 #include "sonarium/core/storage/StorageJson.h"
 #include "sonarium/core/storage/StorageState.h"
+#include "sonarium/core/storage/UnitReadAhead.h"
 
 #include <algorithm>
 #include <limits>
@@ -210,18 +211,24 @@ const ProjectObject* FirstTaken(const Project& project, const ProjectObject& par
     throw;
 }
 
-// Fills unit from its file; on failure the unit stays empty and problem says why.
-bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& path, StorageProblems& problems)
+// What reading a unit's file needs of nothing but the file: done ahead on reader threads.
+void ReadUnitText(const fs::path& path, storage::UnitText& text)
+{
+    // Units are most of a project's bytes: read through a tape, without a document of values.
+    text.bytes = ReadBytes(path, &text.stamp, &text.fixed);
+    storage::ParseTape(text.bytes, text.tape);
+}
+
+// Fills unit from its file, read into text; on failure the unit stays empty and problem says why.
+bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& path, storage::UnitText& text,
+                      StorageProblems& problems)
 {
     try
     {
-        FileIO::FileStamp stamp;
-        std::vector<std::string> fixed;
-        // Units are most of a project's bytes: read through a tape, without a document of values.
-        std::string bytes = ReadBytes(path, &stamp, &fixed);
-        storage::JsonTape tape;
-        storage::ParseTape(bytes, tape);
-        const storage::JsonValue document = tape.Root();
+        if (text.error)
+            std::rethrow_exception(text.error);
+        std::vector<std::string>& fixed = text.fixed;
+        const storage::JsonValue document = text.tape.Root();
         storage::CheckHeader(document, "sonarium-workunit");
         const GUID id = storage::GuidMember(document, "id");
         if (id != unit.Id())
@@ -240,7 +247,7 @@ bool ReadWorkUnitFile(Project& project, WorkUnitObject& unit, const fs::path& pa
         {
             DropRead(project, unit);
         }
-        StorageStateOf(project).stamps[unit.Id()] = stamp;
+        StorageStateOf(project).stamps[unit.Id()] = text.stamp;
         // Told, and saved as set right: nothing changes behind the user's back.
         for (std::string& fix : fixed)
             problems.push_back({path, std::move(fix)});
@@ -346,6 +353,14 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder, const OpenOptions& o
     const std::vector<WorkUnitObject*> units = project.FileWorkUnits();
     const size_t total = static_cast<size_t>(
         std::count_if(units.begin(), units.end(), [](const WorkUnitObject* unit) { return unit->IsLoaded(); }));
+    std::vector<fs::path> paths, toRead;
+    for (const WorkUnitObject* unit : units)
+    {
+        paths.push_back(WorkUnitFilePath(*unit, project.GetFolder()));
+        if (unit->IsLoaded())
+            toRead.push_back(paths.back());
+    }
+    storage::UnitReadAhead readAhead(std::move(toRead), ReadUnitText);
     size_t read = 0;
     // Stopped on the way, the project is dropped as if never opened.
     auto cancelled = [&](size_t done)
@@ -357,15 +372,16 @@ OpenResult OpenProject(const fs::path& projectFileOrFolder, const OpenOptions& o
         result.cancelled = true;
         return true;
     };
-    for (WorkUnitObject* unit : units)
+    for (size_t i = 0; i < units.size(); ++i)
     {
-        if (unit->IsLoaded() && cancelled(read++))
+        WorkUnitObject* unit = units[i];
+        if (unit->IsLoaded() && cancelled(read))
             return result;
-        const fs::path path = WorkUnitFilePath(*unit, project.GetFolder());
+        const fs::path& path = paths[i];
         state.savedPaths[unit->Id()] = path;
         unit->RawSetDirty(false);
         // A unit saved unloaded stays on disk until the user loads it.
-        if (unit->IsLoaded() && !ReadWorkUnitFile(project, *unit, path, result.problems))
+        if (unit->IsLoaded() && !ReadWorkUnitFile(project, *unit, path, *readAhead.Take(read++), result.problems))
         {
             state.broken.insert(unit->Id());
             unit->RawSetLoaded(false);
@@ -389,7 +405,7 @@ bool LoadWorkUnit(Project& project, WorkUnitObject* unit, StorageProblems& probl
     auto saved = state.savedPaths.find(unit->Id());
     const fs::path path =
         saved != state.savedPaths.end() ? saved->second : WorkUnitFilePath(*unit, project.GetFolder());
-    if (!ReadWorkUnitFile(project, *unit, path, problems))
+    if (!ReadWorkUnitFile(project, *unit, path, *storage::UnitReadAhead::ReadNow(path, ReadUnitText), problems))
     {
         state.broken.insert(unit->Id());
         unit->RawSetLoaded(false); // stamps the unit: its row now says it is unreadable

@@ -52,8 +52,7 @@ const Json* FindMember(const Json& object, const char* key)
 
 std::optional<JsonValue> FindMember(const JsonValue& object, const char* key)
 {
-    const JsonValue found = object.Find(key);
-    return object.contains(key) ? std::optional<JsonValue>(found) : std::nullopt;
+    return object.Find(key);
 }
 
 std::string_view TextOf(const Json& value)
@@ -87,23 +86,68 @@ ValueOf<J> MemberOf(const J& object, const char* key)
     return *found;
 }
 
-template <class J>
-std::string_view StringMemberOf(const J& object, const char* key)
+template <class V>
+std::string_view StringOf(const V& value, const char* key)
 {
-    ValueOf<J> value = MemberOf(object, key);
     Require(value.is_string(), key, "a string");
     return TextOf(value);
 }
 
-template <class J>
-GUID GuidMemberOf(const J& object, const char* key)
+GUID GuidOf(std::string_view text, const char* key)
 {
-    const std::string_view text = StringMemberOf(object, key);
     const std::optional<GUID> id = GuidText::FromString(text);
     if (!id)
         throw FormatError("malformed GUID " + Quoted(text) + " in " + Quoted(key));
     return *id;
 }
+
+template <class J>
+std::string_view StringMemberOf(const J& object, const char* key)
+{
+    return StringOf(MemberOf(object, key), key);
+}
+
+template <class J>
+GUID GuidMemberOf(const J& object, const char* key)
+{
+    return GuidOf(StringMemberOf(object, key), key);
+}
+
+// The members an object's item may have, found in one pass over its members.
+struct ItemMembers
+{
+    std::optional<JsonValue> type, id, name, color, flags, inclusion, properties, children;
+
+    explicit ItemMembers(const JsonValue& item)
+    {
+        if (!item.is_object())
+            throw FormatError(std::string("expected an object holding ") + Quoted("type"));
+        item.ForEachMember(
+            [&](std::string_view key, const JsonValue& value)
+            {
+                if (std::optional<JsonValue>* member = Named(key))
+                    *member = value;
+            });
+    }
+
+    std::optional<JsonValue>* Named(std::string_view key)
+    {
+        using namespace std::string_view_literals;
+        for (auto [text, member] : {std::pair{"type"sv, &type}, {"id"sv, &id}, {"name"sv, &name}, {"color"sv, &color},
+                                    {"flags"sv, &flags}, {"inclusion"sv, &inclusion}, {"properties"sv, &properties},
+                                    {"children"sv, &children}})
+            if (key == text)
+                return member;
+        return nullptr;
+    }
+
+    static JsonValue Required(const std::optional<JsonValue>& member, const char* key)
+    {
+        if (!member)
+            throw FormatError("missing key " + Quoted(key));
+        return *member;
+    }
+};
 
 template <class J>
 ValueOf<J> ArrayMemberOf(const J& object, const char* key)
@@ -155,12 +199,12 @@ void ReadInclusion(const JsonValue& inclusion, ProjectObject& object)
     object.RawSetInclusionLinked(linked.Boolean());
     Require(included.is_boolean(), "included", "true or false");
     object.m_includedEverywhere = included.Boolean();
-    if (!inclusion.contains("platforms"))
+    const std::optional<JsonValue> platforms = inclusion.Find("platforms");
+    if (!platforms)
         return;
-    const JsonValue platforms = inclusion["platforms"];
-    Require(platforms.is_object(), "platforms", "an object");
+    Require(platforms->is_object(), "platforms", "an object");
     ProjectObject::PlatformInclusion includedOn;
-    platforms.ForEachMember(
+    platforms->ForEachMember(
         [&](std::string_view text, const JsonValue& value)
         {
             const std::optional<GUID> platform = GuidText::FromString(text);
@@ -177,11 +221,11 @@ std::string Describe(const ProjectObject& object)
     return Quoted(object.NameUtf8()) + " " + IdText(object);
 }
 
-void ReadOptional(const JsonValue& item, ProjectObject& object, std::vector<std::string>& fixed)
+void ReadOptional(const ItemMembers& item, ProjectObject& object, std::vector<std::string>& fixed)
 {
-    if (item.contains("color"))
+    if (item.color)
     {
-        const JsonValue color = item["color"];
+        const JsonValue color = *item.color;
         Require(color.is_number_integer(), "color", "an integer");
         const bool inRange = color.is_number_unsigned() ? color.UnsignedValue() < ProjectObject::kColorCount
                                                         : color.IntegerValue() >= -1;
@@ -191,22 +235,21 @@ void ReadOptional(const JsonValue& item, ProjectObject& object, std::vector<std:
             fixed.push_back("colour " + color.dump() + " of " + Describe(object) + " is not one of the palette's (-1 to " +
                             std::to_string(ProjectObject::kColorCount - 1) + "): set to -1, the parent's colour");
     }
-    if (item.contains("flags"))
+    if (item.flags)
     {
-        const JsonValue flags = item["flags"];
+        const JsonValue flags = *item.flags;
         Require(flags.is_number_unsigned(), "flags", "a non-negative integer");
         if (flags.UnsignedValue() <= std::numeric_limits<unsigned int>::max())
             object.RawSetFlags(static_cast<unsigned int>(flags.UnsignedValue()));
         else
             fixed.push_back("flags " + flags.dump() + " of " + Describe(object) + " do not fit in 32 bits: set to 0");
     }
-    if (item.contains("inclusion"))
-        ReadInclusion(item["inclusion"], object);
-    if (item.contains("properties"))
+    if (item.inclusion)
+        ReadInclusion(*item.inclusion, object);
+    if (const std::optional<JsonValue>& properties = item.properties)
     {
-        const JsonValue properties = item["properties"];
-        Require(properties.is_object(), "properties", "an object");
-        properties.ForEachMember(
+        Require(properties->is_object(), "properties", "an object");
+        properties->ForEachMember(
             [&](std::string_view key, const JsonValue& value)
             {
                 Require(value.is_string(), key, "a string");
@@ -220,7 +263,7 @@ template <class What>
 std::wstring CheckedNameOf(std::string_view name, PMTreeNode::NodeType type, const ProjectObject* parent,
                            const What& what, std::vector<std::string>& fixed)
 {
-    std::wstring wide = Utf8::ToWide(name);
+    CStdStr<wchar_t> wide(Utf8::ToWide(name)); // the type the check takes, so that it is not copied
     std::wstring why;
     if (ProjectEdit::IsValidName(nullptr, type, parent, wide, &why))
         return wide;
@@ -274,9 +317,9 @@ std::string MakeValidUtf8(std::string& bytes)
     // Files are nearly always valid: checked in one pass before anything is converted.
     if (Utf8::IsValid(bytes))
         return {};
+    // Not valid: the first byte that is not part of a character reads as U+FFFD, so the
+    // conversion differs there.
     std::string valid = Utf8::FromWide(Utf8::ToWide(bytes));
-    if (valid == bytes)
-        return {};
     const size_t first = static_cast<size_t>(
         std::mismatch(bytes.begin(), bytes.end(), valid.begin(), valid.end()).first - bytes.begin());
     const auto [line, column] = LineAndColumn(bytes, first);
@@ -386,14 +429,15 @@ std::wstring CheckedName(const std::string& name, PMTreeNode::NodeType type, con
 void ReadChildren(const JsonValue& items, ProjectObject* parent, GuidSet& ids, std::vector<std::string>& fixed)
 {
     Project* project = parent->GetProject();
-    for (const JsonValue item : items)
+    for (const JsonValue value : items)
     {
-        const std::string_view key = StringMember(item, "type");
+        const ItemMembers item(value);
+        const std::string_view key = StringOf(ItemMembers::Required(item.type, "type"), "type");
         PMTreeNode::NodeType type = PMTreeNode::None;
         if (!rules::ParseNodeType(key, type))
             throw FormatError("unknown type key " + Quoted(key));
-        const GUID id = GuidMember(item, "id");
-        const std::string_view name = StringMember(item, "name");
+        const GUID id = GuidOf(StringOf(ItemMembers::Required(item.id, "id"), "id"), "id");
+        const std::string_view name = StringOf(ItemMembers::Required(item.name, "name"), "name");
         if (!ProjectEdit::CanHold(parent, type) || type == PMTreeNode::WorkUnit ||
             type == PMTreeNode::PhysicalFolder)
             throw FormatError(Quoted(key) + " " + GuidText::ToString(id) + " cannot be held by " +
@@ -407,8 +451,11 @@ void ReadChildren(const JsonValue& items, ProjectObject* parent, GuidSet& ids, s
             project, type, CheckedNameOf(name, type, parent, [&] { return GuidText::ToString(id); }, fixed), id);
         parent->RawInsertChild(parent->Children().size(), object);
         ReadOptional(item, *object, fixed);
-        if (item.contains("children"))
-            ReadChildren(ArrayMember(item, "children"), object, ids, fixed);
+        if (const std::optional<JsonValue>& children = item.children)
+        {
+            Require(children->is_array(), "children", "an array");
+            ReadChildren(*children, object, ids, fixed);
+        }
     }
 }
 } // namespace sn::storage

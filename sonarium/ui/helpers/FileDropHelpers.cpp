@@ -42,7 +42,32 @@ bool IsMidiFile(const std::filesystem::path& path)
 }
 
 // A file's own problem, folders aside.
-std::wstring FileProblem(const std::filesystem::path& path);
+std::wstring FileProblem(const std::filesystem::path& path)
+{
+    if (!IsMidiName(path.wstring()))
+        return sn::audio::ReadAudioFileInfo(path).problem;
+    std::error_code failure;
+    if (!std::filesystem::is_regular_file(path, failure))
+        return StringHelp::Localize(L"there is no file by this name").c_str();
+    return IsMidiFile(path) ? std::wstring()
+                            : StringHelp::Localize(L"the file is named .mid but is not a standard MIDI file").c_str();
+}
+
+// The last dropped folder's files (sorted) and when they were listed.
+struct FolderListing
+{
+    std::filesystem::path folder;
+    std::vector<std::wstring> files;
+    std::chrono::steady_clock::time_point read;
+
+    bool IsFresh() const { return std::chrono::steady_clock::now() - read < std::chrono::seconds(1); }
+};
+
+FolderListing& LastListing()
+{
+    static FolderListing s_listing;
+    return s_listing;
+}
 
 // The files a dropped folder brings, by path: the audio and MIDI files in it and in its
 // subfolders, as a user who drops a folder of sounds means; hidden files, and others that cannot
@@ -50,15 +75,13 @@ std::wstring FileProblem(const std::filesystem::path& path);
 // every move of the pointer, and a folder may change between two drags.
 const std::vector<std::wstring>& FilesInFolder(const std::filesystem::path& folder)
 {
-    static std::filesystem::path s_folder;
-    static std::vector<std::wstring> s_files;
-    static std::chrono::steady_clock::time_point s_read;
-    const auto now = std::chrono::steady_clock::now();
-    if (folder == s_folder && now - s_read < std::chrono::seconds(1))
-        return s_files;
-    s_folder = folder;
-    s_read = now;
-    s_files.clear();
+    FolderListing& listing = LastListing();
+    if (folder == listing.folder && listing.IsFresh())
+        return listing.files;
+    listing.folder = folder;
+    listing.read = std::chrono::steady_clock::now();
+    std::vector<std::wstring>& files = listing.files;
+    files.clear();
     std::error_code failure;
     for (std::filesystem::recursive_directory_iterator it(
              folder, std::filesystem::directory_options::skip_permission_denied, failure), end;
@@ -72,25 +95,19 @@ const std::vector<std::wstring>& FilesInFolder(const std::filesystem::path& fold
             continue;
         }
         if (it->is_regular_file(failure) && FileProblem(path).empty())
-            s_files.push_back(path.wstring());
+            files.push_back(path.wstring());
     }
-    std::sort(s_files.begin(), s_files.end());
-    return s_files;
+    std::sort(files.begin(), files.end());
+    return files;
 }
 
-std::wstring FileProblem(const std::filesystem::path& path)
+// Files a folder just listed were read then: each file of a dropped folder is read once per
+// drag, not once to list it and again to check it.
+bool IsImportable(const std::wstring& path)
 {
-    if (!IsMidiName(path.wstring()))
-        return sn::audio::ReadAudioFileInfo(path).problem;
-    std::error_code failure;
-    if (!std::filesystem::is_regular_file(path, failure))
-        return StringHelp::Localize(L"there is no file by this name").c_str();
-    return IsMidiFile(path) ? std::wstring()
-                            : StringHelp::Localize(L"the file is named .mid but is not a standard MIDI file").c_str();
-}
-
-bool IsImportable(const std::filesystem::path& path)
-{
+    const FolderListing& listing = LastListing();
+    if (listing.IsFresh() && std::binary_search(listing.files.begin(), listing.files.end(), path))
+        return true;
     return sn::DropFileProblem(path).empty();
 }
 
