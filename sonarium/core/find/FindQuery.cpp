@@ -122,7 +122,7 @@ inline bool FindResults::InScope(uint32_t record) const
 inline bool FindResults::Matches(uint32_t record, uint32_t* followers) const
 {
     const NameIndex& index = *m_index;
-    if ((index.LettersAt(record) & m_letters) != m_letters)
+    if (m_need && (index.LettersAt(record) & m_need) != m_need)
         return false;
     if (!m_query.anyType || !m_plain)
     {
@@ -173,6 +173,7 @@ FindResults FindResults::Run(const NameIndex& index, const FindQuery& query,
     for (const std::string& word : query.words)
     {
         results.m_letters |= NameIndex::LettersOf(word);
+        results.m_need = results.m_letters;
         if (word.find('\0') != std::string::npos || word.find(NameIndex::kFiller) != std::string::npos)
             results.m_plain = false;
         if (word.size() > 1 || !NameIndex::IsLetterBit(word.front()))
@@ -198,6 +199,7 @@ FindResults FindResults::Run(const NameIndex& index, const FindQuery& query,
                                              results.m_checked.begin());
     results.m_followed = results.m_plain && !query.typing.empty() && results.m_typingAt < results.m_checked.size();
     uint32_t* const follow = results.m_followed ? &results.m_scratch : nullptr;
+    const uint32_t previousLetters = previous ? previous->m_letters : 0;
     if (previous)
     {
         matches = std::move(previous->m_matches);
@@ -217,12 +219,17 @@ FindResults FindResults::Run(const NameIndex& index, const FindQuery& query,
             matches.resize(kept);
         }
         followers.resize(follow ? matches.size() : 0);
+        // Their letters are read only for letters neither found before nor in a word read.
+        uint32_t read = previousLetters;
+        for (const std::string& word : results.m_checked)
+            read |= NameIndex::LettersOf(word);
+        results.m_need = results.m_letters & ~read;
         // Found ones may lie far apart: what the check reads of them is asked for ahead.
         size_t kept = 0;
         for (size_t i = 0; i < matches.size(); ++i)
         {
             if (i + kAhead < matches.size())
-                index.Prefetch(matches[i + kAhead]);
+                index.Prefetch(matches[i + kAhead], results.m_need != 0);
             results.m_scratch = 0;
             if (results.Matches(matches[i], follow))
             {
@@ -234,6 +241,7 @@ FindResults FindResults::Run(const NameIndex& index, const FindQuery& query,
         }
         matches.resize(kept);
         followers.resize(follow ? kept : 0);
+        results.m_need = results.m_letters;
     }
     else
     {

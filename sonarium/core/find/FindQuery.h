@@ -69,6 +69,7 @@ private:
     const NameIndex* m_index = nullptr;
     FindQuery m_query;
     uint32_t m_letters = 0;              // of all the words
+    uint32_t m_need = 0;                 // those a match is checked for
     std::vector<std::string> m_checked;  // the words the letters alone do not tell
     size_t m_typingAt = 0;               // where the word being typed is among them
     bool m_plain = true;                 // no word holds a byte that ends or fills a name's room

@@ -102,9 +102,10 @@ public:
     // bytes). Given followers, adds to it the letters that come after each place the word is at.
     bool Holds(uint32_t record, std::string_view word, uint32_t* followers = nullptr) const;
     // Brings what a search reads of a record into the cache.
-    void Prefetch(uint32_t record) const
+    void Prefetch(uint32_t record, bool letters = true) const
     {
-        __builtin_prefetch(&m_letters[record]);
+        if (letters)
+            __builtin_prefetch(&m_letters[record]);
         __builtin_prefetch(&m_records[record]);
         __builtin_prefetch(m_arena.data() + m_records[record].offset);
     }
