@@ -22,6 +22,9 @@ struct FindQuery
     std::vector<std::string> words; // lower-cased UTF-8, the longest first
     std::bitset<PMTreeNode::NodeTypeCount> types;
     bool anyType = true;
+    // The word the text ends in while it is typed (not followed by a blank): the one the next
+    // key extends.
+    std::string typing;
     std::wstring problem; // why the query finds nothing on its own (an unknown kind); empty when none
 
     // Nothing to look for: no word and no kind.
@@ -37,10 +40,11 @@ public:
     FindResults() = default;
     // The objects of the index the query finds, inside the subtrees of scope (the roots a pane
     // shows; empty: the whole project). Given the results of the query typed before, taken on
-    // the same index, scope and generation, a query that narrows it reads only their objects.
+    // the same index, scope and generation, a query that narrows it reads only their objects,
+    // and takes their memory: previous is left empty.
     static FindResults Run(const NameIndex& index, const FindQuery& query,
                            const std::vector<const ProjectObject*>& scope = {},
-                           const FindResults* previous = nullptr);
+                           FindResults* previous = nullptr);
 
     size_t Count() const { return m_matches.size(); }
     // The object at a place in tree order, null past the end. Only the first results are put in
@@ -52,25 +56,31 @@ public:
     uint64_t Generation() const { return m_generation; }
 
 private:
-    struct Match
-    {
-        uint64_t label;
-        uint32_t slot;
-        uint32_t offset; // of the name in the index's arena
-    };
-
-    // Keeps the object when it matches; the words before firstWord are known to match.
-    void Keep(uint32_t slot, uint32_t offset, size_t firstWord, bool checkScope);
-    bool InScope(uint64_t label) const;
-    // Puts the first `limit` matches in tree order.
+    // Whether the record's object is found (scope not checked); followers, when given, gets the
+    // letters that come after the word being typed where it occurs.
+    bool Matches(uint32_t record, uint32_t* followers) const;
+    bool InScope(uint32_t record) const;
+    // Puts the first `limit` matches in tree order: by walking the tree while matches are
+    // dense in it, else by their labels.
     void Order(size_t limit);
+    bool OrderByWalking(size_t limit);
+    void OrderByLabels(size_t limit);
 
     const NameIndex* m_index = nullptr;
     FindQuery m_query;
+    uint32_t m_letters = 0;              // of all the words
+    uint32_t m_need = 0;                 // those a match is checked for
+    std::vector<std::string> m_checked;  // the words the letters alone do not tell
+    size_t m_typingAt = 0;               // where the word being typed is among them
+    bool m_plain = true;                 // no word holds a byte that ends or fills a name's room
     std::vector<std::pair<uint64_t, uint64_t>> m_ranges; // labels of the scope's subtrees
-    bool m_scoped = false;
-    std::vector<Match> m_matches; // in the order the index was read
-    std::vector<Match> m_first;   // the first of them in tree order
+    std::vector<const ProjectObject*> m_tops; // their tops, in tree order
+    bool m_scoped = false;                    // some indexed objects are outside the scope
+    std::vector<uint32_t> m_matches;          // records, in arena order
+    std::vector<uint32_t> m_followers;        // by match, when m_followed: see Matches
+    bool m_followed = false;
+    uint32_t m_scratch = 0;
+    std::vector<uint32_t> m_first;            // slots of the first of them in tree order
     uint64_t m_generation = 0;
 };
 

@@ -72,7 +72,7 @@ void NameIndex::Grow(std::vector<T>& items, size_t more)
 
 size_t NameIndex::MemoryBytes() const
 {
-    return m_arena.capacity() + m_records.capacity() * sizeof(Record) + m_entries.capacity() * sizeof(Entry) +
+    return m_arena.capacity() + m_records.capacity() * sizeof(Record) + m_letters.capacity() * sizeof(uint32_t) + m_entries.capacity() * sizeof(Entry) +
            m_labels.capacity() * sizeof(uint64_t) + m_free.capacity() * sizeof(uint32_t) + m_lowered.capacity() + sizeof(*this);
 }
 
@@ -80,6 +80,36 @@ uint32_t NameIndex::SlotOf(const ProjectObject* object) const
 {
     const uint32_t slot = object->NameSlot();
     return slot < m_entries.size() && m_entries[slot].object == object ? slot : kNoSlot;
+}
+
+const std::vector<CSmartPtr<ProjectObject>>& NameIndex::ChildrenOf(const ProjectObject* object)
+{
+    return object->Children();
+}
+
+uint32_t NameIndex::LettersOf(std::string_view lowered)
+{
+    uint32_t bits = 0;
+    for (char c : lowered)
+        bits |= LetterOf(c);
+    return bits;
+}
+
+std::vector<const ProjectObject*> NameIndex::Roots() const
+{
+    std::vector<const ProjectObject*> roots;
+    for (const auto& root : m_project.RootList())
+        if (Indexed(root.Get()))
+            roots.push_back(root.Get());
+    return roots;
+}
+
+bool NameIndex::Covers(const std::vector<const ProjectObject*>& scope) const
+{
+    for (const auto& root : m_project.RootList())
+        if (Indexed(root.Get()) && std::find(scope.begin(), scope.end(), root.Get()) == scope.end())
+            return false;
+    return true;
 }
 
 uint32_t NameIndex::NewSlot()
@@ -122,15 +152,18 @@ void NameIndex::Store(uint32_t slot, const ProjectObject* object, uint32_t over)
         if (before > name.size())
             std::memset(at + name.size(), kFiller, before - name.size());
         m_records[over].slot = slot;
+        m_letters[over] = LettersOf(name);
         m_liveBytes = m_liveBytes - (holds ? before + 1 : 0) + name.size() + 1;
         entry.record = over;
         entry.length = static_cast<uint16_t>(name.size());
         return;
     }
     Grow(m_records, 1);
+    Grow(m_letters, 1);
     if (m_arena.size() + name.size() + 1 > m_arena.capacity())
         m_arena.reserve(std::max(m_arena.size() + name.size() + 1, m_arena.capacity() + m_arena.capacity() / 8 + 256));
     m_records.push_back({static_cast<uint32_t>(m_arena.size()), slot});
+    m_letters.push_back(LettersOf(name));
     m_arena.append(name);
     m_arena.push_back('\0');
     m_liveBytes += name.size() + 1;
@@ -144,6 +177,7 @@ void NameIndex::Forget(uint32_t record, size_t length)
 {
     // The zero that ends it stays: a hit's record is still the count of zeros before it.
     m_records[record].slot = kNoSlot;
+    m_letters[record] = 0;
     std::memset(m_arena.data() + m_records[record].offset, kFiller, length);
     m_liveBytes -= length + 1;
     const size_t dead = m_arena.size() - m_liveBytes;
@@ -157,35 +191,25 @@ void NameIndex::Compact()
     arena.reserve(m_liveBytes + m_liveBytes / 8);
     std::vector<Record> records;
     records.reserve(m_size + m_size / 8);
-    for (const Record& record : m_records)
+    std::vector<uint32_t> letters;
+    letters.reserve(m_size + m_size / 8);
+    for (size_t at = 0; at < m_records.size(); ++at)
     {
+        const Record& record = m_records[at];
         if (record.slot == kNoSlot)
             continue;
         Entry& entry = m_entries[record.slot];
         entry.record = static_cast<uint32_t>(records.size());
         records.push_back({static_cast<uint32_t>(arena.size()), record.slot});
+        letters.push_back(m_letters[at]);
         arena.append(m_arena, record.offset, entry.length);
         arena.push_back('\0');
     }
     m_arena.swap(arena);
     m_records.swap(records);
+    m_letters.swap(letters);
     m_leftObject = nullptr;
     m_leftRecord = kNoSlot;
-}
-
-size_t NameIndex::FindHit(size_t record, size_t offset) const
-{
-    // Hits come in arena order: gallop from the last one, then search the span found.
-    size_t step = 1, low = record, high = record + 1;
-    while (high < m_records.size() && m_records[high].offset <= offset)
-    {
-        low = high;
-        high = std::min(m_records.size(), high + (step *= 2));
-    }
-    auto found = std::upper_bound(m_records.begin() + static_cast<std::ptrdiff_t>(low),
-                                  m_records.begin() + static_cast<std::ptrdiff_t>(high), offset,
-                                  [](size_t at, const Record& r) { return at < r.offset; });
-    return static_cast<size_t>(found - m_records.begin()) - 1;
 }
 
 void NameIndex::Enter(ProjectObject* object)

@@ -13,9 +13,11 @@
 // the smallest enclosing subtree with room enough is spread out again. A rename writes the new
 // name over the old one when it fits and appends it otherwise; the room of a name that leaves is
 // taken again when the same object enters right after (a move). The arena is compacted once
-// forgotten bytes outweigh live ones.
+// forgotten bytes outweigh live ones. Each record also keeps the letters of its name as bits, so
+// that a search reads four bytes of most names rather than the names.
 
 #include "host/PMTreeNode.h"
+#include "host/SmartPtr.h"
 
 #include <array>
 #include <bit>
@@ -75,24 +77,53 @@ public:
     // where an object is in the order reads only this.
     uint64_t LabelAt(uint32_t slot) const { return m_labels[slot]; }
     uint32_t SlotCount() const { return static_cast<uint32_t>(m_entries.size()); }
-    std::string_view NameOf(const Entry& entry) const { return NameAt(OffsetOf(entry), entry); }
-    // Where the entry's name is in the arena, until the index changes.
-    uint32_t OffsetOf(const Entry& entry) const { return m_records[entry.record].offset; }
-    std::string_view NameAt(uint32_t offset, const Entry& entry) const { return {m_arena.data() + offset, entry.length}; }
-    // Brings what a search reads of a slot and its name at offset into the cache.
-    void Prefetch(uint32_t slot, uint32_t offset) const
-    {
-        __builtin_prefetch(&m_labels[slot]);
-        __builtin_prefetch(&m_entries[slot]);
-        __builtin_prefetch(m_arena.data() + offset);
-    }
+    std::string_view NameOf(const Entry& entry) const { return {m_arena.data() + m_records[entry.record].offset, entry.length}; }
     // Labels of the object's subtree: [first, end).
     std::pair<uint64_t, uint64_t> LabelRange(const ProjectObject* object) const;
 
-    // Calls visit(slot, offset of its name) once for every object whose name contains word
-    // (lower-cased, not empty), in arena order.
+    // The letters a name holds, as bits: a name can only hold a word whose bits it has all of,
+    // and one that has the bit of a letter holds the letter. Digits share a bit by pairs; blanks,
+    // punctuation and the bytes of other letters share the last one.
+    static uint32_t LettersOf(std::string_view lowered);
+    static uint32_t LetterOf(char c)
+    {
+        if (IsLetterBit(c))
+            return uint32_t(1) << (c - 'a');
+        return c >= '0' && c <= '9' ? uint32_t(1) << (26 + (c - '0') / 2) : uint32_t(1) << 31;
+    }
+    static bool IsLetterBit(char c) { return c >= 'a' && c <= 'z'; }
+
+    // Records are the names in arena order; a record whose name was forgotten has no slot and no
+    // letters. Results taken at one generation are kept as records.
+    uint32_t RecordCount() const { return static_cast<uint32_t>(m_records.size()); }
+    uint32_t SlotOfRecord(uint32_t record) const { return m_records[record].slot; }
+    uint32_t LettersAt(uint32_t record) const { return m_letters[record]; }
+    // Whether the record's name holds word (lower-cased, not empty, without zero or filler
+    // bytes). Given followers, adds to it the letters that come after each place the word is at.
+    bool Holds(uint32_t record, std::string_view word, uint32_t* followers = nullptr) const;
+    // Brings what a search reads of a record into the cache.
+    void Prefetch(uint32_t record, bool letters = true) const
+    {
+        if (letters)
+            __builtin_prefetch(&m_letters[record]);
+        __builtin_prefetch(&m_records[record]);
+        __builtin_prefetch(m_arena.data() + m_records[record].offset);
+    }
+
+    void PrefetchRecord(uint32_t record) const { __builtin_prefetch(&m_records[record]); }
+    void PrefetchLabel(uint32_t slot) const { __builtin_prefetch(&m_labels[slot]); }
+    // Calls visit(record) for every record whose letters include all of need (not 0), in arena
+    // order.
     template <class Visit>
-    void ForEachContaining(std::string_view word, Visit&& visit) const;
+    void ForEachWithLetters(uint32_t need, Visit&& visit) const;
+    // Calls visit(slot) for the indexed objects of top's subtree in tree order while it returns
+    // true; false when it stopped.
+    template <class Visit>
+    bool ForEachInTreeOrder(const ProjectObject* top, Visit&& visit) const;
+    // The roots that are indexed, in tree order.
+    std::vector<const ProjectObject*> Roots() const;
+    // Whether every object indexed is inside the subtrees of scope.
+    bool Covers(const std::vector<const ProjectObject*>& scope) const;
 
 private:
     struct Record
@@ -102,6 +133,7 @@ private:
     };
 
     uint32_t SlotOf(const ProjectObject* object) const;
+    static const std::vector<CSmartPtr<ProjectObject>>& ChildrenOf(const ProjectObject* object);
     bool Indexed(const ProjectObject* object) const { return SlotOf(object) != kNoSlot; }
     uint32_t NewSlot();
     // Gives the slot the object's current name: over the record `over` when it has room, in a
@@ -110,22 +142,6 @@ private:
     size_t RoomOf(uint32_t record) const;
     void Forget(uint32_t record, size_t length);
     void Compact();
-    size_t FindHit(size_t record, size_t offset) const;
-#if defined(__SSE2__)
-    // Bit i set: the byte at from + i is c.
-    static uint64_t Equal64(const char* from, char c)
-    {
-        const __m128i with = _mm_set1_epi8(c);
-        uint64_t bits = 0;
-        for (int part = 0; part < 4; ++part)
-        {
-            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + 16 * part));
-            bits |= uint64_t(uint32_t(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, with)))) << (16 * part);
-        }
-        return bits;
-    }
-#endif
-
     // Tree walks over what is indexed.
     size_t PositionOf(const ProjectObject* object) const;
     const ProjectObject* Previous(const ProjectObject* object) const;
@@ -141,6 +157,7 @@ private:
     Project& m_project;
     std::string m_arena;
     std::vector<Record> m_records;
+    std::vector<uint32_t> m_letters; // by record
     std::vector<Entry> m_entries;
     std::vector<uint64_t> m_labels; // by slot
     std::vector<uint32_t> m_free;
@@ -162,74 +179,89 @@ private:
 };
 
 template <class Visit>
-void NameIndex::ForEachContaining(std::string_view word, Visit&& visit) const
+void NameIndex::ForEachWithLetters(uint32_t need, Visit&& visit) const
 {
-    const char* const arena = m_arena.data();
-    const size_t size = m_arena.size();
-    const size_t last = word.size() - 1;
-    // A hit counts only inside a live name, which a word without zero or filler bytes can only
-    // be in.
-    const bool plain = word.find('\0') == std::string_view::npos && word.find(kFiller) == std::string_view::npos;
-    auto hit = [&](size_t record, size_t at)
-    {
-        const Record& r = m_records[record];
-        if (r.slot != kNoSlot && (plain || at + word.size() <= r.offset + m_entries[r.slot].length))
-            visit(r.slot, r.offset);
-    };
-    size_t record = 0; // the record holding the byte at `at`
-    size_t at = 0;
+    const uint32_t* const letters = m_letters.data();
+    const size_t count = m_letters.size();
+    size_t record = 0;
 #if defined(__SSE2__)
-    // 64 bytes at a time: where the first and the last byte of the word are where they should
-    // be, checked whole; the zero bytes count the records passed.
-    bool inHit = false; // the name at `at` has been found already
-    for (; at + 64 + last <= size; at += 64)
+    // 16 records at a time: most hold few of a word's letters, and those that do are found by
+    // their bits.
+    const __m128i with = _mm_set1_epi32(static_cast<int>(need));
+    for (; record + 16 <= count; record += 16)
     {
-        const uint64_t ends = Equal64(arena + at, '\0');
-        uint64_t candidates = Equal64(arena + at, word.front()) & Equal64(arena + at + last, word.back());
-        if (inHit && candidates)
-            candidates = ends ? candidates & ~((uint64_t(2) << std::countr_zero(ends)) - 1) : 0;
-        inHit = inHit && !ends;
-        while (candidates)
+        uint32_t bits = 0;
+        for (int part = 0; part < 4; ++part)
         {
-            const int bit = std::countr_zero(candidates);
-            if (word.size() > 2 && std::memcmp(arena + at + bit + 1, word.data() + 1, word.size() - 2) != 0)
-            {
-                candidates &= candidates - 1;
-                continue;
-            }
-            hit(record + static_cast<size_t>(std::popcount(ends & ((uint64_t(1) << bit) - 1))), at + bit);
-            const uint64_t later = ends >> bit; // the end of this name, if in this block
-            if (!later)
-            {
-                inHit = true;
-                break;
-            }
-            const int end = bit + std::countr_zero(later);
-            candidates = end == 63 ? 0 : candidates & ~((uint64_t(2) << end) - 1);
+            const __m128i held = _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(letters + record + 4 * part)), with);
+            bits |= static_cast<uint32_t>(_mm_movemask_ps(_mm_castsi128_ps(_mm_cmpeq_epi32(held, with)))) << (4 * part);
         }
-        record += static_cast<size_t>(std::popcount(ends));
-    }
-    // The rest below, from the name after the one found last.
-    if (inHit)
-    {
-        if (++record >= m_records.size())
-            return;
-        at = m_records[record].offset;
+        for (; bits; bits &= bits - 1)
+            visit(static_cast<uint32_t>(record + static_cast<size_t>(std::countr_zero(bits))));
     }
 #endif
-    auto search = [&](size_t from) -> const void*
-    {
-        return word.size() == 1 ? memchr(arena + from, word.front(), size - from)
-                                : memmem(arena + from, size - from, word.data(), word.size());
-    };
-    for (const void* found = at < size ? search(at) : nullptr; found;)
-    {
-        const size_t offset = static_cast<size_t>(static_cast<const char*>(found) - arena);
-        record = FindHit(record, offset);
-        hit(record, offset);
-        if (++record == m_records.size())
-            break;
-        found = search(m_records[record].offset);
-    }
+    for (; record < count; ++record)
+        if ((letters[record] & need) == need)
+            visit(static_cast<uint32_t>(record));
 }
+
+template <class Visit>
+bool NameIndex::ForEachInTreeOrder(const ProjectObject* top, Visit&& visit) const
+{
+    const uint32_t slot = SlotOf(top);
+    if (slot == kNoSlot)
+        return true;
+    if (!visit(slot))
+        return false;
+    for (const CSmartPtr<ProjectObject>& child : ChildrenOf(top))
+        if (!ForEachInTreeOrder(child.Get(), visit))
+            return false;
+    return true;
+}
+inline bool NameIndex::Holds(uint32_t record, std::string_view word, uint32_t* followers) const
+{
+    // The room of a record ends at its zero byte; what follows the name in it is filler, which
+    // no word holds, so a hit anywhere in the room is in the name.
+    const char* const arena = m_arena.data();
+    const size_t first = m_records[record].offset;
+    const size_t end = (record + 1 < m_records.size() ? m_records[record + 1].offset : m_arena.size()) - 1;
+    if (end - first < word.size())
+        return false;
+    const size_t lastStart = end - word.size(); // where the last hit could begin
+    const size_t last = word.size() - 1;
+    // A place where the whole word is; with followers, every place is looked at.
+    bool found = false;
+    auto whole = [&](size_t at)
+    {
+        for (size_t i = 1; i < last; ++i)
+            if (arena[at + i] != word[i])
+                return false;
+        found = true;
+        if (!followers)
+            return true;
+        *followers |= LetterOf(arena[at + word.size()]);
+        return false;
+    };
+    size_t at = first;
+#if defined(__SSE2__)
+    // 16 places at a time, where the first and the last byte of the word are.
+    const __m128i front = _mm_set1_epi8(word.front()), back = _mm_set1_epi8(word.back());
+    for (; at <= lastStart && at + last + 16 <= m_arena.size(); at += 16)
+    {
+        const __m128i a = _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(arena + at)), front);
+        const __m128i b = _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(arena + at + last)), back);
+        uint32_t bits = static_cast<uint32_t>(_mm_movemask_epi8(_mm_and_si128(a, b)));
+        if (lastStart - at < 15)
+            bits &= (uint32_t(2) << (lastStart - at)) - 1;
+        for (; bits; bits &= bits - 1)
+            if (whole(at + static_cast<size_t>(std::countr_zero(bits))))
+                return true;
+    }
+#endif
+    for (; at <= lastStart; ++at)
+        if (arena[at] == word.front() && arena[at + last] == word.back() && whole(at))
+            return true;
+    return found;
+}
+
 } // namespace sn

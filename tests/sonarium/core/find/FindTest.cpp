@@ -290,3 +290,69 @@ TEST_F(FindTest, UnloadedUnitsAreNotFoundAndLoadedOnesAre)
     EXPECT_FALSE(Found(inside).empty());
 }
 } // namespace
+
+namespace
+{
+TEST_F(FindTest, ManyNamesTypedOneKeyAtATimeAgreeWithTheTree)
+{
+    // Names from a few letters, so that a word occurs many times in a name and is followed by
+    // letters, digits, blanks, other bytes or the end; many results, dense enough for the first
+    // of them to be found by walking the tree, and a run of them after thousands that are not,
+    // too far for the walk.
+    std::mt19937 random(31);
+    auto name = [&]
+    {
+        static const wchar_t* const parts[] = {L"a", L"B", L"b", L"_", L"1", L"3", L" ", L"\u00c9", L"ab"};
+        std::wstring text;
+        for (size_t length = 1 + random() % 12; text.size() < length;)
+            text += parts[random() % std::size(parts)];
+        if (text.front() == L' ')
+            text.front() = L'_'; // the project's text form keeps no blank before a name
+        return text;
+    };
+    // Siblings' names differ: each ends in its number in letters no query holds.
+    auto unique = [](int i)
+    {
+        std::wstring tail = L"~";
+        for (; i > 0; i /= 5)
+            tail += L"cdfgh"[i % 5];
+        return tail;
+    };
+    std::wstring text = L"AudioObjects\n  Default Work Unit : WorkUnit\n    Mixed : ActorMixer\n";
+    for (int i = 0; i < 1500; ++i)
+        text += L"      " + name() + unique(i) + L" : SoundSFX\n";
+    text += L"    Plain : ActorMixer\n";
+    for (int i = 0; i < 9000; ++i)
+        text += L"      plain_" + std::to_wstring(i) + L" : SoundSFX\n";
+    text += L"    Late : ActorMixer\n";
+    for (int i = 0; i < 1200; ++i)
+        text += L"      zq_" + std::to_wstring(i) + L" : SoundSFX\n";
+    text += L"Busses\n  Default Work Unit : WorkUnit\n";
+    for (int i = 0; i < 400; ++i)
+        text += L"    " + name() + unique(i) + L" : Bus\n";
+    Open(text);
+
+    const std::vector<const ProjectObject*> audio{Proj().GetRoot(OrbObjectCategories::AudioObjects)};
+    const std::vector<const ProjectObject*> busses{Proj().GetRoot(OrbObjectCategories::Busses)};
+    for (const auto& scope : {std::vector<const ProjectObject*>{}, audio, busses})
+    {
+        FindResults last;
+        for (const wchar_t* query : {L"ab_1 b", L"aBa", L"b\u00e9 3", L"1 a_b", L"zq_1", L"ba ab type:Sound"})
+            for (size_t typed = 1; typed <= std::wcslen(query); ++typed)
+            {
+                const std::wstring keys(query, typed);
+                last = FindResults::Run(Proj().Names(), FindQuery::Parse(keys), scope, &last);
+                std::vector<std::wstring> paths;
+                for (size_t i = 0; i < last.Count(); ++i)
+                    paths.push_back(PathOf(*last.At(i)));
+                ASSERT_EQ(paths, Found(keys, scope)) << "typing \"" << Utf8::FromWide(keys) << "\"";
+                if (scope.empty())
+                {
+                    ASSERT_EQ(paths, Expected(keys)) << "typing \"" << Utf8::FromWide(keys) << "\"";
+                }
+            }
+    }
+    EXPECT_EQ(Found(L"z").size(), 1200u);
+    EXPECT_EQ(Found(L"z"), Expected(L"z"));
+}
+} // namespace
