@@ -80,27 +80,35 @@ uint32_t CTreeCtrl::Allocate()
     return index;
 }
 
+bool CTreeCtrl::Placement(HTREEITEM parent, HTREEITEM after, uint32_t& parentIndex, uint32_t& afterIndex) const
+{
+    parentIndex = NoIndex;
+    if (parent && parent != TVI_ROOT)
+    {
+        const Item* found = Find(parent);
+        if (!found)
+            return false;
+        parentIndex = static_cast<uint32_t>(found - m_items.data());
+    }
+    afterIndex = NoIndex; // NoIndex: first
+    if (after == TVI_LAST || after == TVI_SORT || after == nullptr)
+        afterIndex = parentIndex == NoIndex ? m_lastRoot : At(parentIndex).lastChild;
+    else if (after != TVI_FIRST)
+    {
+        const Item* sibling = Find(after);
+        if (!sibling || sibling->parent != parentIndex)
+            return false;
+        afterIndex = static_cast<uint32_t>(sibling - m_items.data());
+    }
+    return true;
+}
+
 HTREEITEM CTreeCtrl::InsertItem(LPCWSTR text, int image, LPARAM data, HTREEITEM parent, HTREEITEM after)
 {
     uint32_t parentIndex = NoIndex;
-    if (parent && parent != TVI_ROOT)
-    {
-        Item* found = Find(parent);
-        if (!found)
-            return nullptr;
-        parentIndex = static_cast<uint32_t>(found - m_items.data());
-    }
-    const uint32_t lastSibling = parentIndex == NoIndex ? m_lastRoot : At(parentIndex).lastChild;
-    uint32_t afterIndex = NoIndex; // NoIndex: insert first
-    if (after == TVI_LAST || after == TVI_SORT || after == nullptr)
-        afterIndex = lastSibling;
-    else if (after != TVI_FIRST)
-    {
-        Item* sibling = Find(after);
-        if (!sibling || sibling->parent != parentIndex)
-            return nullptr;
-        afterIndex = static_cast<uint32_t>(sibling - m_items.data());
-    }
+    uint32_t afterIndex = NoIndex;
+    if (!Placement(parent, after, parentIndex, afterIndex))
+        return nullptr;
 
     const uint32_t index = Allocate();
     Item& item = At(index);

@@ -189,6 +189,9 @@ private:
     Item* Lookup(HTREEITEM item) const;
     bool IsRetired(uint32_t index) const;
     void Touch(uint32_t index);
+    // The indices of the parent and of the sibling to insert after (NoIndex: first) that an
+    // insertion at (parent, after) means; false when either handle names no item of the place.
+    bool Placement(HTREEITEM parent, HTREEITEM after, uint32_t& parentIndex, uint32_t& afterIndex) const;
     void Link(uint32_t index, uint32_t parent, uint32_t after);
     void RetireRoots();
     void FreeRetired();

@@ -88,23 +88,9 @@ bool CTreeCtrl::AdoptRetired(HTREEITEM item, LPARAM data, HTREEITEM parent, HTRE
     if (m_blocked.count(index) || !IsRetired(index))
         return false;
     uint32_t parentIndex = NoIndex;
-    if (parent && parent != TVI_ROOT)
-    {
-        Item* holder = Find(parent);
-        if (!holder)
-            return false;
-        parentIndex = static_cast<uint32_t>(holder - m_items.data());
-    }
-    uint32_t afterIndex = parentIndex == NoIndex ? m_lastRoot : At(parentIndex).lastChild;
-    if (after == TVI_FIRST)
-        afterIndex = NoIndex;
-    else if (after != TVI_LAST && after != TVI_SORT && after != nullptr)
-    {
-        Item* sibling = Find(after);
-        if (!sibling || sibling->parent != parentIndex)
-            return false;
-        afterIndex = static_cast<uint32_t>(sibling - m_items.data());
-    }
+    uint32_t afterIndex = NoIndex;
+    if (!Placement(parent, after, parentIndex, afterIndex))
+        return false;
 
     // Out of the retired tree, into the shown one. The retired ancestors it leaves lose a child
     // and their counts: they can no longer be taken back whole.

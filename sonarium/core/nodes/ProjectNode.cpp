@@ -292,8 +292,13 @@ void ProjectNode::RefreshSubtree(bool force, unsigned long flags, uint32_t readi
         ReadInclusion();
     if (stale)
         m_shownAt = ShownStateGeneration();
-    else if (const uint32_t included = outOfDate ? InclusionChangedAt(m_model) : 0; included >= m_readAt && included != 0)
-        ReadSubtreeState(); // the rows below have no stamp of it
+    else if (outOfDate)
+    {
+        // An inclusion changed here since the last reading: the rows below have no stamp of it.
+        const uint32_t included = InclusionChangedAt(m_model);
+        if (included != 0 && included >= m_readAt)
+            ReadSubtreeState();
+    }
     if ((flags & 3) && outOfDate)
         SyncChildren(force, flags, reading);
     else
